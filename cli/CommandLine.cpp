@@ -1,0 +1,198 @@
+#include "CommandLine.h"
+
+#include <array>
+#include <istream>
+#include <optional>
+#include <ostream>
+#include <string_view>
+
+#include "Calc.h"
+#include "FrameRate.h"
+#include "Version.h"
+
+namespace vantrel {
+
+namespace {
+
+constexpr std::string_view kUsage =
+    R"(Usage: vantrel-calc [options] [--] [EXPRESSION ...]
+Evaluates timecode expressions such as '01:00:10.12|25 + 00:00:05.00' and prints, for each
+EXPRESSION argument or else for each line of standard input, one line: the PT result, a tab,
+and the PF result. A reading without a result leaves its field empty.
+
+  -r, --rate CODE      24, 25, 30, 23d, 29d, 23n or 29n (default 24)
+  -d, --display MODE   time, number, film or disk (default time): the display state the
+                       results are formatted for
+  -l, --lazy           evaluate as the window does while typing (first match anywhere,
+                       lazy bounds)
+  -b, --beautify       print each expression's normalised form instead of its results
+  -h, --help           show this help and exit
+      --version        show the version and exit
+
+Exit status: 0 when every expression gave a result in both readings, 1 when any did not,
+2 on a usage error.
+)";
+
+struct DisplayModeName {
+    std::string_view name;
+    int mode;
+};
+
+constexpr std::array<DisplayModeName, 4> kDisplayModes{{
+    {"time", DisplayStateTime},
+    {"number", DisplayStateNumber},
+    {"film", DisplayStateFilmLength},
+    {"disk", DisplayStateDiskSpace},
+}};
+
+struct Options {
+    int rate = DisplayState24fps;
+    int displayMode = DisplayStateTime;
+    bool lazy = false;
+    bool beautify = false;
+    bool help = false;
+    bool version = false;
+    std::vector<std::string> expressions;
+};
+
+class UsageError {
+public:
+    explicit UsageError(std::string message) : m_message(std::move(message)) {}
+    const std::string& message() const { return m_message; }
+
+private:
+    std::string m_message;
+};
+
+int rateCode(std::string_view text) {
+    if (const FrameRate* rate = frameRateForSuffix(text)) return rate->code;
+    throw UsageError("unknown frame rate '" + std::string(text) +
+                     "' (use 24, 25, 30, 23d, 29d, 23n or 29n)");
+}
+
+int displayMode(std::string_view text) {
+    for (const auto& entry : kDisplayModes) {
+        if (entry.name == text) return entry.mode;
+    }
+    throw UsageError("unknown display mode '" + std::string(text) +
+                     "' (use time, number, film or disk)");
+}
+
+// Options come first, POSIX style: the first argument that is not an option, or "--", starts the
+// expressions, so an expression may begin with "-" after "--". A value may be attached
+// ("-r25", "--rate=25") or follow as the next argument.
+Options parseOptions(const std::vector<std::string>& arguments) {
+    Options options;
+    std::size_t index = 0;
+    const auto valueOf = [&](std::string_view option, std::optional<std::string_view> attached) {
+        if (attached) return std::string(*attached);
+        if (++index >= arguments.size()) {
+            throw UsageError("option '" + std::string(option) + "' needs a value");
+        }
+        return arguments[index];
+    };
+    for (; index < arguments.size(); ++index) {
+        const std::string_view argument = arguments[index];
+        if (argument == "--") {
+            ++index;
+            break;
+        }
+        if (argument.size() < 2 || argument[0] != '-') break;
+        std::string_view name = argument;
+        std::optional<std::string_view> attached;
+        if (argument.starts_with("--")) {
+            if (const auto equals = argument.find('='); equals != std::string_view::npos) {
+                name = argument.substr(0, equals);
+                attached = argument.substr(equals + 1);
+            }
+        } else if (argument.size() > 2) {
+            name = argument.substr(0, 2);
+            attached = argument.substr(2);
+        }
+        if (name == "-r" || name == "--rate") {
+            options.rate = rateCode(valueOf(name, attached));
+        } else if (name == "-d" || name == "--display") {
+            options.displayMode = displayMode(valueOf(name, attached));
+        } else if (!attached && (name == "-l" || name == "--lazy")) {
+            options.lazy = true;
+        } else if (!attached && (name == "-b" || name == "--beautify")) {
+            options.beautify = true;
+        } else if (!attached && (name == "-h" || name == "--help")) {
+            options.help = true;
+        } else if (!attached && name == "--version") {
+            options.version = true;
+        } else {
+            throw UsageError("unknown option '" + std::string(argument) + "'");
+        }
+    }
+    options.expressions.assign(arguments.begin() + static_cast<std::ptrdiff_t>(index),
+                               arguments.end());
+    return options;
+}
+
+class ExpressionPrinter {
+public:
+    ExpressionPrinter(const Options& options, std::ostream& output)
+        : m_options(options), m_output(output) {
+        m_calc.setFps(options.rate);
+    }
+
+    void print(std::string_view expression) {
+        const auto pt = m_options.lazy ? m_calc.lazyevalPT(expression, m_options.displayMode)
+                                       : m_calc.evalPT(expression, m_options.displayMode);
+        const auto pf = m_options.lazy ? m_calc.lazyevalPF(expression, m_options.displayMode)
+                                       : m_calc.evalPF(expression, m_options.displayMode);
+        m_everyExpressionAccepted = m_everyExpressionAccepted && pt && pf;
+        if (m_options.beautify) {
+            m_output << m_calc.beautifyExpression(expression) << '\n';
+        } else {
+            m_output << pt.value_or("") << '\t' << pf.value_or("") << '\n';
+        }
+        // Flushed per line, so a program that feeds lines through a pipe gets each answer at once.
+        m_output.flush();
+    }
+
+    bool everyExpressionAccepted() const { return m_everyExpressionAccepted; }
+
+private:
+    const Options& m_options;
+    std::ostream& m_output;
+    Calc m_calc;
+    bool m_everyExpressionAccepted = true;
+};
+
+}  // namespace
+
+int runCommandLine(const std::vector<std::string>& arguments, std::istream& input,
+                   std::ostream& output, std::ostream& errors) {
+    Options options;
+    try {
+        options = parseOptions(arguments);
+    } catch (const UsageError& error) {
+        errors << "vantrel-calc: " << error.message() << "\n"
+               << "Try 'vantrel-calc --help' for more information.\n";
+        return 2;
+    }
+    if (options.help) {
+        output << kUsage;
+        return 0;
+    }
+    if (options.version) {
+        output << "vantrel-calc " << kShortVersion << " (" << kBuildVersion << ")\n";
+        return 0;
+    }
+
+    ExpressionPrinter printer(options, output);
+    if (!options.expressions.empty()) {
+        for (const auto& expression : options.expressions) printer.print(expression);
+    } else {
+        std::string line;
+        while (std::getline(input, line)) {
+            if (line.ends_with('\r')) line.pop_back();
+            printer.print(line);
+        }
+    }
+    return printer.everyExpressionAccepted() ? 0 : 1;
+}
+
+}  // namespace vantrel

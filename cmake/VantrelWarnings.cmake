@@ -1,0 +1,16 @@
+# Every target of ours calls vantrel_harden(target): one place for warnings and sanitizers.
+function(vantrel_harden target)
+    target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Wconversion
+                                             -Wsign-conversion -Wold-style-cast -Wnon-virtual-dtor)
+    if(VANTREL_WERROR)
+        target_compile_options(${target} PRIVATE -Werror)
+    endif()
+    if(VANTREL_SANITIZE)
+        # float-cast-overflow is not part of GCC's "undefined" group, and it is the check that
+        # guards every double-to-integer step of the timecode arithmetic.
+        set(_san -fsanitize=address,undefined,float-cast-overflow -fno-sanitize-recover=all
+                 -fno-omit-frame-pointer)
+        target_compile_options(${target} PRIVATE ${_san})
+        target_link_options(${target} PRIVATE ${_san})
+    endif()
+endfunction()

@@ -1,0 +1,21 @@
+#pragma once
+
+namespace vantrel {
+
+// Frame-rate codes: the value of Calc::fps() and the tag of every rate menu item.
+inline constexpr int DisplayState24fps = 0;
+inline constexpr int DisplayState25fps = 1;
+inline constexpr int DisplayState30fps = 2;
+inline constexpr int DisplayState23drop = 3;
+inline constexpr int DisplayState29drop = 4;
+inline constexpr int DisplayState23nondrop = 5;
+inline constexpr int DisplayState29nondrop = 6;
+
+// Display states: how results are shown. They share 0 and 1 with the rate codes but are a
+// separate set, passed as the displayMode of an evaluation and never stored as a rate.
+inline constexpr int DisplayStateTime = 0;
+inline constexpr int DisplayStateNumber = 1;
+inline constexpr int DisplayStateFilmLength = -1;
+inline constexpr int DisplayStateDiskSpace = -2;
+
+}  // namespace vantrel

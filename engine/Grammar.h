@@ -1,0 +1,28 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace vantrel {
+
+class Regex;
+
+/// The expression language, as a Ruby-syntax pattern with subexpression calls and capture history.
+///
+/// Five definitions (tss: sum, tsm: product with one timestamp factor, zm: product of scalars,
+/// ts: timestamp operand, z: scalar operand) are called from the first \g<tss>. The history groups
+/// (tss1, tss2, tsm1, tsm2, tsm3, zm1, zm2 for operations; ts1PT, ts2PT, z2 for operands) form the
+/// capture tree that the evaluator walks. This is the PT copy; the PF copy differs only in the
+/// names of the two timestamp groups, which tell the evaluator how to read a rate suffix.
+inline constexpr std::string_view kGrammarPT =
+    R"grammar(\g<tss>(?<tss>(\g<tsm>(?:(?@<tss1>\+(\g<tsm>|\g<zm>))|(?@<tss2>\-(\g<tsm>|\g<zm>)))*)|(\g<zm>(?:(?@<tss1>\+(\g<tsm>|\g<zm>))|(?@<tss2>\-(\g<tsm>|\g<zm>)))*)){0}(?<tsm>(\g<z>(?@<tsm1>(?@<tsm2>\*\g<z>)*\*\g<ts>(?@<tsm2>\*\g<z>)*))|(\g<ts>(?:(?@<tsm2>\*\g<z>)|(?@<tsm3>/\g<z>))*)){0}(?<zm>\g<z>(?:(?@<zm1>\*\g<z>)|(?@<zm2>/\g<z>))*){0}(?<ts>(\s*\(\g<tss>\)\s*)|(?@<ts2PT>(\s*0*(?:(?:\d{0,2}:)?\d{0,2})?:\d{1,2}(?:\.\d{1,2}(?:(?:\|24)|(?:\|25)|(?:\|30)|(?:\|23d)|(?:\|29d)|(?:\|23n)|(?:\|29n))?)?)\s*|(\s*[123456789]{1,1}\d+(?:(?:\|24)|(?:\|25)|(?:\|30)|(?:\|23d)|(?:\|29d)|(?:\|23n)|(?:\|29n)){1,1})\s*)|(?@<ts1PT>\s*0\d{1,8}(?:(?:\|24)|(?:\|25)|(?:\|30)|(?:\|23d)|(?:\|29d)|(?:\|23n)|(?:\|29n))?)\s*){0}(?<z>\(\g<tss>\)|(?@<z2>\s*[123456789]{1}\d*(?:\.\d*)?\s*)){0})grammar";
+
+enum class Flavour { PT, PF };
+
+/// The grammar text of a flavour.
+std::string grammarText(Flavour flavour);
+
+/// The grammar of a flavour, compiled once for the whole process.
+const Regex& grammar(Flavour flavour);
+
+}  // namespace vantrel

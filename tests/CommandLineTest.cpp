@@ -1,0 +1,125 @@
+#include <gtest/gtest.h>
+
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "CommandLine.h"
+#include "TestRows.h"
+
+namespace {
+
+struct CliRow {
+    const char* name;
+    std::vector<std::string> arguments;
+    std::string input;
+    std::string output;
+    int status;
+};
+
+struct CliRun {
+    std::string output;
+    std::string errors;
+    int status;
+};
+
+CliRun run(const std::vector<std::string>& arguments, const std::string& inputText) {
+    std::istringstream input(inputText);
+    std::ostringstream output;
+    std::ostringstream errors;
+    const int status = vantrel::runCommandLine(arguments, input, output, errors);
+    return {output.str(), errors.str(), status};
+}
+
+class CommandLineContract : public testing::TestWithParam<CliRow> {};
+
+TEST_P(CommandLineContract, PrintsOneLinePerExpression) {
+    const CliRow& row = GetParam();
+    const CliRun result = run(row.arguments, row.input);
+    EXPECT_EQ(result.output, row.output);
+    EXPECT_EQ(result.status, row.status);
+    EXPECT_EQ(result.errors.empty(), row.status != 2) << result.errors;
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Cases, CommandLineContract,
+    testing::Values(
+        CliRow{"duration_sum",
+               {"-r", "25", "--", "01:00:10.12|25+00:00:05.00"},
+               "",
+               "01:00:15.12\t01:00:15.12\n",
+               0},
+        CliRow{"default_rate_is_24", {"1:00"}, "", "00:01:00.00\t00:01:00.00\n", 0},
+        CliRow{
+            "readings_differ", {"--rate=25", "-d", "number", "00:00:01.00|24"}, "", "25\t24\n", 0},
+        CliRow{"several_arguments", {"-dnumber", "1+2", "7/2"}, "", "3\t3\n4\t4\n", 0},
+        CliRow{"zero_by_zero", {"-d", "number", "--", "00/(1-1)"}, "", "NaN\tNaN\n", 0},
+        CliRow{"rejected_leaves_fields_empty",
+               {"5|25", "1+2"},
+               "",
+               "\t\n00:00:00.03\t00:00:00.03\n",
+               1},
+        CliRow{"lazy_takes_first_match", {"-l", "--display", "number", "5|25"}, "", "5\t5\n", 0},
+        CliRow{"lazy_number_bound",
+               {"--lazy", "-d", "number", "1234567890"},
+               "",
+               "1234567936\t1234567936\n",
+               0},
+        CliRow{"overflow_sign_is_utf8",
+               {"-d", "number", "9999999999"},
+               "",
+               "\xE2\x88\x9E\t\xE2\x88\x9E\n",
+               0},
+        CliRow{"film", {"--display=film", "1500"}, "", "28.85 m\t28.85 m\n", 0},
+        CliRow{"disk_shows_time",
+               {"-r", "25", "-d", "disk", "90000"},
+               "",
+               "01:00:00.00\t01:00:00.00\n",
+               0},
+        CliRow{"beautify",
+               {"-b", "-r", "25", "01:00:00.00 + 0100 * 2"},
+               "",
+               "01:00:00.00|25+00:00:01.00|25*2\n",
+               0},
+        CliRow{"beautify_status_follows_evaluation",
+               {"-b", "1:2:3.4|23n", "1+"},
+               "",
+               "01:02:03.04|23n\n1+\n",
+               1},
+        CliRow{"expression_after_double_dash", {"--", "-1"}, "", "\t\n", 1},
+        CliRow{"options_end_at_first_expression",
+               {"1", "-r"},
+               "",
+               "00:00:00.01\t00:00:00.01\n\t\n",
+               1},
+        CliRow{"stdin_lines",
+               {"-r", "25", "-d", "number"},
+               "1+2\n00:00:01.00|24\r\nabc",
+               "3\t3\n25\t24\n\t\n",
+               1},
+        CliRow{"stdin_blanks_kept", {"-d", "number"}, " 1 + 2 \n\n", "3\t3\n\t\n", 1},
+        CliRow{"stdin_empty", {}, "", "", 0},
+        CliRow{"arguments_win_over_stdin", {"-d", "number", "2"}, "3\n", "2\t2\n", 0},
+        CliRow{"unknown_rate", {"-r", "26", "1"}, "", "", 2},
+        CliRow{"unknown_display", {"--display", "feet", "1"}, "", "", 2},
+        CliRow{"missing_value", {"1", "--rate"}, "", "00:00:00.01\t00:00:00.01\n\t\n", 1},
+        CliRow{"missing_value_at_end", {"--rate"}, "", "", 2},
+        CliRow{"unknown_option", {"-x", "1"}, "", "", 2},
+        CliRow{"flag_with_value", {"--lazy=yes", "1"}, "", "", 2}),
+    rowName<CliRow>);
+
+TEST(CommandLine, HelpAndVersion) {
+    const CliRun help = run({"--help"}, "");
+    EXPECT_EQ(help.status, 0);
+    EXPECT_TRUE(help.output.starts_with("Usage: vantrel-calc [options] [--] [EXPRESSION ...]"));
+    const CliRun version = run({"--version"}, "");
+    EXPECT_EQ(version.status, 0);
+    EXPECT_TRUE(version.output.starts_with("vantrel-calc ")) << version.output;
+}
+
+TEST(CommandLine, UsageErrorSaysWhatIsWrong) {
+    const CliRun result = run({"-r", "26"}, "");
+    EXPECT_NE(result.errors.find("unknown frame rate '26'"), std::string::npos) << result.errors;
+}
+
+}  // namespace

@@ -1,0 +1,131 @@
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <string>
+
+#include "Calc.h"
+#include "TestRows.h"
+
+using namespace vantrel;
+
+namespace {
+
+struct EvalRow {
+    const char* name;
+    int code;
+    const char* expression;
+    int displayMode;
+    std::optional<std::string> eager;
+    std::optional<std::string> lazy;
+};
+
+class Evaluation : public testing::TestWithParam<EvalRow> {};
+
+TEST_P(Evaluation, FormatsForTheDisplayMode) {
+    const EvalRow& row = GetParam();
+    Calc calc;
+    calc.setFps(row.code);
+    EXPECT_EQ(calc.evalPT(row.expression, row.displayMode), row.eager);
+    EXPECT_EQ(calc.lazyevalPT(row.expression, row.displayMode), row.lazy);
+}
+
+const std::nullopt_t none = std::nullopt;
+const std::string kFourHundredNines(400, '9');
+
+INSTANTIATE_TEST_SUITE_P(
+    Examples, Evaluation,
+    testing::Values(
+        EvalRow{"sum_as_time", 1, "1+2", DisplayStateTime, "00:00:00.03", "00:00:00.03"},
+        EvalRow{"sum_as_number", 1, "1+2", DisplayStateNumber, "3", "3"},
+        EvalRow{"single_number", 1, "12345", DisplayStateNumber, "12345", "12345"},
+        EvalRow{"half_to_even_up", 1, "7/2", DisplayStateNumber, "4", "4"},
+        EvalRow{"half_to_even_down", 1, "5/2", DisplayStateNumber, "2", "2"},
+        EvalRow{"negative", 1, "1-2", DisplayStateNumber, "-1", "-1"},
+        EvalRow{"single_precision", 1, "16777217", DisplayStateNumber, "16777216", "16777216"},
+        EvalRow{"narrows_past_number_bound", 1, "999999999", DisplayStateNumber, "∞", "1000000000"},
+        EvalRow{"lazy_number_bound", 1, "1234567890", DisplayStateNumber, "∞", "1234567936"},
+        EvalRow{"beyond_both_number_bounds", 1, "9999999999", DisplayStateNumber, "∞", "∞"},
+        EvalRow{"below_number_bound", 1, "1-1000000000", DisplayStateNumber, "-∞", "-1000000000"},
+        EvalRow{"time_bound_formats", 1, "86400745", DisplayStateTime, "960:00:29.19",
+                "960:00:29.19"},
+        EvalRow{"time_bound_narrowed_past", 1, "86400749", DisplayStateTime, "∞", "∞"},
+        EvalRow{"time_below_bound", 1, "1-86400749", DisplayStateTime, "-∞", "-∞"},
+        EvalRow{"disk_space_shows_time", 1, "90000", DisplayStateDiskSpace, "01:00:00.00",
+                "01:00:00.00"},
+        EvalRow{"film_length", 1, "1500", DisplayStateFilmLength, "28.85 m", "28.85 m"},
+        EvalRow{"film_lower_bound", 1, "1-5200006", DisplayStateFilmLength, "-∞", "-∞"},
+        EvalRow{"film_within_lower_bound", 1, "1-5200001", DisplayStateFilmLength, "-99999.90 m",
+                "-99999.90 m"},
+        EvalRow{"film_upper_bound", 1, "52000010", DisplayStateFilmLength, "∞", "∞"},
+        EvalRow{"division_by_zero", 1, "01:00:00.00|25/(1-1)", DisplayStateNumber, "∞", "∞"},
+        EvalRow{"division_by_zero_film", 1, "01:00:00.00|25/(1-1)", DisplayStateFilmLength, "∞",
+                "∞"},
+        EvalRow{"zero_by_zero_time", 1, "00/(1-1)", DisplayStateTime, "NaN", "NaN"},
+        EvalRow{"zero_by_zero_number", 1, "00/(1-1)", DisplayStateNumber, "NaN", "NaN"},
+        EvalRow{"huge_drop_frame_count", 4, "99999999999999|29d", DisplayStateNumber, "∞", "∞"},
+        EvalRow{"digits_beyond_double", 1, kFourHundredNines.c_str(), DisplayStateNumber, "∞", "∞"},
+        EvalRow{"scalar_first_product", 1, "2*3*01:00:00.00|25*4", DisplayStateNumber, "2160000",
+                "2160000"},
+        EvalRow{"division_after_scalar_product", 1, "3*01:00:00.00/2", DisplayStateNumber, none,
+                "270000"},
+        EvalRow{"frame_count_needs_two_digits", 1, "5|25", DisplayStateNumber, none, "5"},
+        EvalRow{"duration_sum", 1, "01:00:10.12|25+00:00:05.00", DisplayStateTime, "01:00:15.12",
+                "01:00:15.12"},
+        EvalRow{"drop_frame_hour", 4, "01:00:00.00*2", DisplayStateTime, "02:00:00.00",
+                "02:00:00.00"}),
+    rowName<EvalRow>);
+
+TEST(Evaluator, PTAndPFReadSuffixesDifferently) {
+    Calc calc;
+    calc.setFps(DisplayState25fps);
+    EXPECT_EQ(calc.evalPT("00:00:01.00|24*2", DisplayStateNumber), "50");
+    EXPECT_EQ(calc.evalPF("00:00:01.00|24*2", DisplayStateNumber), "48");
+}
+
+TEST(Evaluator, RejectedTextKeepsTheCachedResults) {
+    Calc calc;
+    calc.setFps(DisplayState25fps);
+    ASSERT_TRUE(calc.evalPT("00:00:01.00|24", DisplayStateTime));
+    ASSERT_TRUE(calc.evalPF("00:00:01.00|24", DisplayStateTime));
+    EXPECT_FALSE(calc.evalPT("3*01:00:00.00/2", DisplayStateTime));
+    EXPECT_FALSE(calc.evalPF("5|25", DisplayStateTime));
+    EXPECT_EQ(calc.cachedResultPT(), 25.0f);
+    EXPECT_EQ(calc.cachedResultPF(), 24.0f);
+}
+
+TEST(Evaluator, CachesTheNarrowedValueOfEachReading) {
+    Calc calc;
+    ASSERT_TRUE(calc.evalPT("16777217", DisplayStateNumber));
+    EXPECT_EQ(calc.cachedResultPT(), 16777216.0f);
+    EXPECT_EQ(calc.cachedResultPF(), 0.0f);
+    ASSERT_TRUE(calc.lazyevalPF("x 12 y", DisplayStateNumber));
+    EXPECT_EQ(calc.cachedResultPF(), 12.0f);
+}
+
+TEST(Evaluator, FramesBeforeNarrowing) {
+    Calc calc;
+    EXPECT_EQ(calc.evalPTToFrames("16777217"), 16777217.0);
+    EXPECT_EQ(calc.evalPFToFrames("1/4"), 0.25);
+    EXPECT_EQ(calc.evalPTToFrames("1+"), std::nullopt);
+    EXPECT_EQ(calc.lazyevalPTToFrames("1+"), 1.0);
+}
+
+TEST(Evaluator, LeavesTheStackEmpty) {
+    Calc calc;
+    for (const char* expression : {"1+2*3", "2*3*01:00:00.00|25*4", "1+", "abc", "(1+(2-3))*4"}) {
+        (void)calc.evalPT(expression, DisplayStateTime);
+        (void)calc.lazyevalPF(expression, DisplayStateTime);
+        EXPECT_EQ(calc.pop(), std::nullopt) << expression;
+    }
+}
+
+TEST(Evaluator, StackIsLastInFirstOut) {
+    Calc calc;
+    calc.push(1);
+    calc.push(2);
+    EXPECT_EQ(calc.pop(), 2.0);
+    EXPECT_EQ(calc.pop(), 1.0);
+    EXPECT_EQ(calc.pop(), std::nullopt);
+}
+
+}  // namespace
