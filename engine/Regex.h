@@ -67,9 +67,8 @@ private:
 /// A pattern in Ruby syntax with capture history on, compiled once and searched many times.
 ///
 /// Every search is bounded: past a fixed number of backtracking steps it gives up and reports no
-/// match, so no input can make a keystroke hang. The bound is high enough that every text the
-/// calculator's grammar matches with up to eight levels of nested parentheses is matched exactly as
-/// without it. The text is searched byte by byte: the patterns speak ASCII only, so invalid UTF-8
+/// match, so no input can make a keystroke hang. Below the bound the grammar matches exactly as
+/// without it: plain shapes up to nine levels of parentheses, the costliest known up to five. The text is searched byte by byte: the patterns speak ASCII only, so invalid UTF-8
 /// is harmless and every match starts and ends on a character boundary.
 class Regex {
 public:
