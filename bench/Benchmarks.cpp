@@ -1,0 +1,131 @@
+// How long the engine takes for what the window does on every key, for what it does when the user
+// presses Enter, and how both grow with nested parentheses. Each *_Cached benchmark has a
+// *_CompileEachCall twin doing the same keystroke work with the grammar compiled on every call.
+
+#include <benchmark/benchmark.h>
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "Calc.h"
+#include "CompileEachCallKeystroke.h"
+#include "DisplayState.h"
+#include "ExpressionCorpus.h"
+
+namespace {
+
+using vantrel::Calc;
+using vantrel::DisplayStateTime;
+using vantrel::bench::Closing;
+using vantrel::bench::CompileEachCallKeystroke;
+
+// Editors cut mostly at 25 fps here; the suffixed timestamps of the corpus bring the other rates.
+Calc calcAt25fps() {
+    Calc calc;
+    calc.setFps(vantrel::DisplayState25fps);
+    return calc;
+}
+
+// The window's work after a key: colour the field, then show the lazy result of both readings.
+void typeCached(Calc& calc, const std::string& text) {
+    benchmark::DoNotOptimize(calc.colorizeLazyEvaluatedString(text));
+    benchmark::DoNotOptimize(calc.lazyevalPT(text, DisplayStateTime));
+    benchmark::DoNotOptimize(calc.lazyevalPF(text, DisplayStateTime));
+}
+
+void typeCompilingEachCall(CompileEachCallKeystroke& keystroke, const std::string& text) {
+    keystroke.type(text);
+    benchmark::DoNotOptimize(keystroke.spans().data());
+    benchmark::DoNotOptimize(keystroke.resultPT());
+    benchmark::DoNotOptimize(keystroke.resultPF());
+}
+
+void evaluateEagerly(Calc& calc, const std::string& text) {
+    benchmark::DoNotOptimize(calc.evalPT(text, DisplayStateTime));
+    benchmark::DoNotOptimize(calc.evalPF(text, DisplayStateTime));
+}
+
+// One iteration handles every text once; the counter turns that into time per text.
+void countPerText(benchmark::State& state, const char* name, std::size_t texts) {
+    state.counters[name] = benchmark::Counter(
+        static_cast<double>(texts),
+        benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+}
+
+void BM_Keystroke_Cached(benchmark::State& state) {
+    Calc calc = calcAt25fps();
+    const auto& texts = vantrel::bench::editorExpressions();
+    for (auto _ : state) {
+        for (const auto& text : texts) typeCached(calc, text);
+    }
+    countPerText(state, "per_keystroke", texts.size());
+}
+
+void BM_Keystroke_CompileEachCall(benchmark::State& state) {
+    CompileEachCallKeystroke keystroke;
+    const auto& texts = vantrel::bench::editorExpressions();
+    for (auto _ : state) {
+        for (const auto& text : texts) typeCompilingEachCall(keystroke, text);
+    }
+    countPerText(state, "per_keystroke", texts.size());
+}
+
+void BM_Typing_Cached(benchmark::State& state) {
+    Calc calc = calcAt25fps();
+    const auto& prefixes = vantrel::bench::typingPrefixes();
+    for (auto _ : state) {
+        for (const auto& text : prefixes) typeCached(calc, text);
+    }
+    countPerText(state, "per_keystroke", prefixes.size());
+}
+
+void BM_Typing_CompileEachCall(benchmark::State& state) {
+    CompileEachCallKeystroke keystroke;
+    const auto& prefixes = vantrel::bench::typingPrefixes();
+    for (auto _ : state) {
+        for (const auto& text : prefixes) typeCompilingEachCall(keystroke, text);
+    }
+    countPerText(state, "per_keystroke", prefixes.size());
+}
+
+void BM_Eager_Cached(benchmark::State& state) {
+    Calc calc = calcAt25fps();
+    const auto& texts = vantrel::bench::editorExpressions();
+    for (auto _ : state) {
+        for (const auto& text : texts) evaluateEagerly(calc, text);
+    }
+    countPerText(state, "per_expression", texts.size());
+}
+
+// Keystroke work on one nested text. The black_chars counter is the length of the part the
+// grammar took, so a search cut short by the effort bound shows as a shorter match.
+void typeNested(benchmark::State& state, Closing closing) {
+    Calc calc = calcAt25fps();
+    const std::string text =
+        vantrel::bench::nestedExpression(static_cast<int>(state.range(0)), closing);
+    for (auto _ : state) typeCached(calc, text);
+    std::size_t black = 0;
+    for (const auto& span : calc.colorizeLazyEvaluatedString(text)) {
+        if (span.colour == vantrel::SpanColour::Black) black = span.text.size();
+    }
+    state.counters["chars"] = static_cast<double>(text.size());
+    state.counters["black_chars"] = static_cast<double>(black);
+}
+
+void BM_Depth_Closed(benchmark::State& state) {
+    typeNested(state, Closing::Closed);
+}
+void BM_Depth_Unclosed(benchmark::State& state) {
+    typeNested(state, Closing::Unclosed);
+}
+
+}  // namespace
+
+BENCHMARK(BM_Keystroke_Cached)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_Keystroke_CompileEachCall)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_Typing_Cached)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_Typing_CompileEachCall)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_Eager_Cached)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_Depth_Closed)->DenseRange(1, 12)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_Depth_Unclosed)->DenseRange(1, 12)->Unit(benchmark::kMicrosecond);

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+// The texts the benchmarks feed to the engine: what film editors type, the same thing caught
+// keystroke by keystroke, and nested parentheses of a chosen depth.
+namespace vantrel::bench {
+
+/// Expressions as they appear in the input field while editing: timestamps with and without rate
+/// suffixes, short forms, frame counts with rate, sums, products, divisions, parentheses, and
+/// texts the user has not finished typing.
+const std::vector<std::string>& editorExpressions();
+
+/// Every prefix of one long expression, shortest first, as the field holds it after each key.
+const std::vector<std::string>& typingPrefixes();
+
+enum class Closing { Closed, Unclosed };
+
+/// "1+(" repeated depth times, then "1", then, when closed, ")" repeated depth times.
+std::string nestedExpression(int depth, Closing closing);
+
+}  // namespace vantrel::bench

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+namespace vantrel::fuzz {
+
+/// One fuzzer input read as a calculator situation. The first byte picks the frame-rate code
+/// (byte % 7) and the display mode ((byte / 7) % 4), so the 28 selector bytes 0 to 27 reach every
+/// pairing; the remaining bytes are the text in the input field. An empty input is the empty
+/// text at 24 fps in time display.
+class FuzzCase {
+public:
+    FuzzCase(const std::uint8_t* data, std::size_t size);
+
+    int rateCode() const { return m_rateCode; }
+    int displayMode() const { return m_displayMode; }
+    std::string_view expression() const { return m_expression; }
+
+private:
+    int m_rateCode = 0;
+    int m_displayMode = 0;
+    std::string_view m_expression;
+};
+
+}  // namespace vantrel::fuzz
