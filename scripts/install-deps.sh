@@ -6,8 +6,10 @@ set -euo pipefail
 packages=(
     cmake ninja-build g++ pkg-config git
     libonig-dev
+    qt6-base-dev qt6-base-dev-tools qt6-svg-dev qt6-qpa-plugins libgl-dev fonts-dejavu-core
     libgtest-dev libbenchmark-dev
     locales
+    xvfb xauth xdotool x11-apps
 )
 packages+=("$@")
 

@@ -1,0 +1,232 @@
+// TSCController: construction, window set-up, stored choices and the calculation mode.
+
+#include "TSCController.h"
+
+#include <syslog.h>
+
+#include <QComboBox>
+#include <QMainWindow>
+#include <QMenu>
+
+#include "CaptionTables.h"
+#include "InputHighlighter.h"
+#include "NamedImages.h"
+#include "ui_Calculator.h"
+
+namespace vantrel {
+
+namespace {
+
+const QColor kWindowGrey(180, 185, 197);
+const QColor kActiveResult(55, 63, 70);
+const QColor kInactiveResult(207, 208, 197);
+
+// The frame-rate pop-up lists the rates by how often editors use them, not by code; position 5
+// is a separator.
+constexpr int kFpsPopUpCodes[] = {DisplayState23drop,    DisplayState24fps,    DisplayState25fps,
+                                  DisplayState29drop,    DisplayState30fps,    -1,
+                                  DisplayState23nondrop, DisplayState29nondrop};
+constexpr int kFpsPopUpSeparator = 5;
+
+template <typename Table>
+void fillPopUp(QComboBox* popUp, const Table& captions) {
+    popUp->clear();
+    for (const char* caption : captions) popUp->addItem(QString::fromUtf8(caption));
+}
+
+void setTextColour(QLineEdit* field, const QColor& colour) {
+    QPalette palette = field->palette();
+    palette.setColor(QPalette::Text, colour);
+    field->setPalette(palette);
+}
+
+}  // namespace
+
+TSCController::TSCController(QObject* parent)
+    : QObject(parent), m_ui(std::make_unique<Ui::Calculator>()) {}
+
+TSCController::~TSCController() {
+    delete m_window;
+}
+
+Ui::Calculator& TSCController::ui() {
+    calcWindow();
+    return *m_ui;
+}
+
+QMainWindow* TSCController::calcWindow() {
+    if (!m_window) loadWindow();
+    return m_window;
+}
+
+void TSCController::loadWindow() {
+    m_window = new QMainWindow;
+    m_ui->setupUi(m_window);
+    m_window->installEventFilter(this);
+    // The input's document owns the highlighter.
+    new InputHighlighter(m_calculator, m_ui->inputField->document());
+    fillPopUps();
+    connectWidgets();
+
+    m_ui->displayButton->setIcon(namedImage(QStringLiteral("DisplayButtonTime")));
+    m_ui->displayButton24->setIcon(namedImage(QStringLiteral("DisplayButton24")));
+    m_ui->historyButton->setIcon(namedImage(QStringLiteral("HistoryButton")));
+    showLogPictures(false);
+    setLogButtonsEnabled(false);
+    const std::initializer_list<QWidget*> sideViews{m_ui->resultDiskSpaceField,
+                                                    m_ui->resultDiskSpaceField2,
+                                                    m_ui->resultTransferTimeField,
+                                                    m_ui->resultTransferTimeField2,
+                                                    m_ui->filmResultField,
+                                                    m_ui->filmResultField2,
+                                                    m_ui->commentTF1,
+                                                    m_ui->commentTF2,
+                                                    m_ui->diskSpacePupUpView,
+                                                    m_ui->filmLengthView};
+    for (QWidget* sideView : sideViews) {
+        sideView->hide();
+    }
+    m_ui->resultField->setText(placeholder());
+    m_ui->resultField2->setText(placeholder());
+}
+
+void TSCController::fillPopUps() {
+    fillPopUp(m_ui->resolutionPopUpButton, captions::kResolution);
+    fillPopUp(m_ui->aspectRatioPopUpButton, captions::kAspectRatio);
+    fillPopUp(m_ui->bitDepthPopUpButton, captions::kBitDepth);
+    fillPopUp(m_ui->transferSpeedPopUpButton, captions::kTransferSpeed);
+    fillPopUp(m_ui->filmPopUpButton, captions::kFilm);
+    m_ui->fpsPopUp->removeItem(kFpsPopUpSeparator);
+    m_ui->fpsPopUp->insertSeparator(kFpsPopUpSeparator);
+    for (int position = 0; position < m_ui->fpsPopUp->count(); ++position) {
+        if (position != kFpsPopUpSeparator) {
+            m_ui->fpsPopUp->setItemData(position, kFpsPopUpCodes[position]);
+        }
+    }
+}
+
+void TSCController::initialize() {
+    QMainWindow* window = calcWindow();
+    window->resize(window->width(), static_cast<int>(kCollapsedHeight));
+    QPalette palette = window->palette();
+    palette.setColor(QPalette::Window, kWindowGrey);
+    window->setPalette(palette);
+    window->setAutoFillBackground(true);
+    m_ui->resetButton->setEnabled(false);
+    m_storedHeight = window->height();
+
+    setDiskSpacePT(QStringLiteral("0 MB"));
+    setTransferTimePT(QStringLiteral("0 h"));
+    setDiskSpacePF(QStringLiteral("0 MB"));
+    setTransferTimePF(QStringLiteral("0 h"));
+    restoreIndexes();
+
+    {
+        const QSignalBlocker blocker(m_ui->fpsPopUp);
+        m_ui->fpsPopUp->setCurrentIndex(m_ui->fpsPopUp->findData(DisplayState24fps));
+    }
+    m_displayCalcModeTime = false;
+    setDisplayCalcModeTime(true);
+    m_expressionHistory =
+        ExpressionHistory(m_preferences.stringList(QStringLiteral("CalculatorExpressionHistory")));
+    restoreWindowFrame();
+}
+
+// Only the presence of the resolution key tells a returning user from a first start: the setters
+// write a key only when its value changes, so the keys whose first-start value is 0 may be absent.
+void TSCController::restoreIndexes() {
+    if (m_preferences.contains(QStringLiteral("CalcResolutionIndex"))) {
+        setResolutionIndex(m_preferences.integer(QStringLiteral("CalcResolutionIndex")));
+        setBitDepthIndex(m_preferences.integer(QStringLiteral("CalcBitDepthIndex")));
+        setAspectRatioIndex(m_preferences.integer(QStringLiteral("CalcAspectRatioIndex")));
+        setTransferSpeedIndex(m_preferences.integer(QStringLiteral("CalcTransferSpeedIndex")));
+        setFilmIndex(m_preferences.integer(QStringLiteral("CalcFilmIndex")));
+        setSystemIndex(m_preferences.integer(QStringLiteral("CalcSystemIndex")));
+        return;
+    }
+    setResolutionIndex(3);
+    setBitDepthIndex(0);
+    setAspectRatioIndex(2);
+    setTransferSpeedIndex(4);
+    setFilmIndex(0);
+    setSystemIndex(0);
+}
+
+void TSCController::restoreWindowFrame() {
+    syslog(LOG_NOTICE, "DEBUG: restoring window frame for %s", "Calc Panel");
+    const QByteArray frame = m_preferences.bytes(QStringLiteral("Calc Panel"));
+    if (!frame.isEmpty()) m_window->restoreGeometry(frame);
+}
+
+void TSCController::setIndex(int& field, int index, const char* key) {
+    if (field == index) return;
+    field = index;
+    m_preferences.setValue(QString::fromLatin1(key), index);
+}
+
+void TSCController::showPopUpIndex(QComboBox* popUp, int index) {
+    const QSignalBlocker blocker(popUp);
+    popUp->setCurrentIndex(index);
+}
+
+void TSCController::setResolutionIndex(int index) {
+    // Only the larger formats come in several aspect ratios; done before the comparison so that
+    // calling with the current index refreshes it.
+    ui().aspectRatioPopUpButton->setEnabled(static_cast<unsigned>(index) > 2);
+    showPopUpIndex(m_ui->resolutionPopUpButton, index);
+    setIndex(m_resolutionIndex, index, "CalcResolutionIndex");
+}
+
+void TSCController::setAspectRatioIndex(int index) {
+    showPopUpIndex(ui().aspectRatioPopUpButton, index);
+    setIndex(m_aspectRatioIndex, index, "CalcAspectRatioIndex");
+}
+
+void TSCController::setBitDepthIndex(int index) {
+    showPopUpIndex(ui().bitDepthPopUpButton, index);
+    setIndex(m_bitDepthIndex, index, "CalcBitDepthIndex");
+}
+
+void TSCController::setTransferSpeedIndex(int index) {
+    showPopUpIndex(ui().transferSpeedPopUpButton, index);
+    setIndex(m_transferSpeedIndex, index, "CalcTransferSpeedIndex");
+}
+
+void TSCController::setFilmIndex(int index) {
+    showPopUpIndex(ui().filmPopUpButton, index);
+    setIndex(m_filmIndex, index, "CalcFilmIndex");
+}
+
+void TSCController::setSystemIndex(int index) {
+    setIndex(m_systemIndex, index, "CalcSystemIndex");
+}
+
+void TSCController::setDisplayCalcModeTime(bool flag) {
+    if (flag == m_displayCalcModeTime) return;
+    m_displayCalcModeTime = flag;
+    calcWindow();
+    const QColor& pt = flag ? kActiveResult : kInactiveResult;
+    const QColor& pf = flag ? kInactiveResult : kActiveResult;
+    for (QLineEdit* field : {m_ui->resultField, m_ui->resultDiskSpaceField,
+                             m_ui->resultTransferTimeField, m_ui->filmResultField}) {
+        setTextColour(field, pt);
+    }
+    for (QLineEdit* field : {m_ui->resultField2, m_ui->resultDiskSpaceField2,
+                             m_ui->resultTransferTimeField2, m_ui->filmResultField2}) {
+        setTextColour(field, pf);
+    }
+    m_ui->modeButton->setIcon(namedImage(flag ? QStringLiteral("DisplayCalcModeTime")
+                                              : QStringLiteral("DisplayCalcModeFrames")));
+    if (m_displayCalcModeMenu) {
+        for (QAction* item : m_displayCalcModeMenu->actions()) {
+            const QVariant tag = item->property("tag");
+            if (tag.isValid()) item->setChecked(tag.toInt() == (flag ? 1 : 0));
+        }
+    }
+}
+
+bool TSCController::validateMenuItem(QAction*) const {
+    return true;
+}
+
+}  // namespace vantrel

@@ -1,0 +1,177 @@
+#pragma once
+
+#include <QAction>
+#include <QMenu>
+#include <QObject>
+#include <QPointer>
+#include <QSize>
+#include <QString>
+#include <memory>
+
+#include "Calc.h"
+#include "ExpressionHistory.h"
+#include "Preferences.h"
+
+class QComboBox;
+class QMainWindow;
+
+class QLineEdit;
+
+namespace Ui {
+class Calculator;
+}
+
+namespace vantrel {
+
+/// The controller of the one calculator window. It owns the engine and every piece of state the
+/// window's operations share, and talks to the widgets of the layout "Calculator".
+///
+/// Actions take their sender; a sender's tag is its "tag" property.
+class TSCController : public QObject {
+    Q_OBJECT
+
+public:
+    static constexpr double kCollapsedHeight = 252.0;
+
+    explicit TSCController(QObject* parent = nullptr);
+    ~TSCController() override;
+
+    /// The calculator window, created from its layout on first use.
+    QMainWindow* calcWindow();
+    /// One-time set-up of the loaded window and restoring of the stored choices.
+    void initialize();
+
+    Calc& calculator() { return m_calculator; }
+    bool displayCalcModeTime() const { return m_displayCalcModeTime; }
+    void setDisplayCalcModeTime(bool flag);
+    bool isClean() const { return clean; }
+    int lines() const { return m_lines; }
+    int displayButtonState() const { return m_displayButtonState; }
+    int displayFrameRateState() const { return m_displayFrameRateState; }
+    bool logExpanded() const { return m_logExpanded; }
+    double storedHeight() const { return m_storedHeight; }
+    const ExpressionHistory& expressionHistory() const { return m_expressionHistory; }
+
+    int resolutionIndex() const { return m_resolutionIndex; }
+    int aspectRatioIndex() const { return m_aspectRatioIndex; }
+    int bitDepthIndex() const { return m_bitDepthIndex; }
+    int transferSpeedIndex() const { return m_transferSpeedIndex; }
+    int filmIndex() const { return m_filmIndex; }
+    int systemIndex() const { return m_systemIndex; }
+    void setResolutionIndex(int index);
+    void setAspectRatioIndex(int index);
+    void setBitDepthIndex(int index);
+    void setTransferSpeedIndex(int index);
+    void setFilmIndex(int index);
+    void setSystemIndex(int index);
+
+    QString diskSpacePT() const { return m_diskSpacePT; }
+    QString transferTimePT() const { return m_transferTimePT; }
+    QString diskSpacePF() const { return m_diskSpacePF; }
+    QString transferTimePF() const { return m_transferTimePF; }
+    QString filmLengthPT() const { return m_filmLengthPT; }
+    QString filmLengthPF() const { return m_filmLengthPF; }
+    void setDiskSpacePT(const QString& text) { m_diskSpacePT = text; }
+    void setTransferTimePT(const QString& text) { m_transferTimePT = text; }
+    void setDiskSpacePF(const QString& text) { m_diskSpacePF = text; }
+    void setTransferTimePF(const QString& text) { m_transferTimePF = text; }
+    void setFilmLengthPT(const QString& text) { m_filmLengthPT = text; }
+    void setFilmLengthPF(const QString& text) { m_filmLengthPF = text; }
+
+    QMenu* displayModeMenu() const { return m_displayModeMenu; }
+    QMenu* displayFrameRateMenu() const { return m_displayFrameRateMenu; }
+    QMenu* displayCalcModeMenu() const { return m_displayCalcModeMenu; }
+    void setDisplayModeMenu(QMenu* menu) { m_displayModeMenu = menu; }
+    void setDisplayFrameRateMenu(QMenu* menu) { m_displayFrameRateMenu = menu; }
+    void setDisplayCalcModeMenu(QMenu* menu) { m_displayCalcModeMenu = menu; }
+
+    /// The widgets of the layout, for the application shell and for tests.
+    Ui::Calculator& ui();
+
+public slots:
+    // Expression entry.
+    void finish(QObject* sender);
+    void reset(QObject* sender);
+    void update(QObject* sender);
+    void buttonPressed(QObject* sender);
+    void controlTextDidChange();
+    void controlTextDidEndEditing();
+
+    // Expression history.
+    void showMenu(QObject* sender);
+    void goToExpressionHistory(QObject* sender);
+    void clearExpressionHistory(QObject* sender);
+
+    // Result log.
+    void clearLog(QObject* sender);
+    void saveLogFile(QObject* sender);
+    /// Completion of the save dialog: writes the log to the chosen file when accepted (code 1).
+    void savePanelDidEnd(const QString& fileName, int returnCode);
+    void openExpressionHelp(QObject* sender);
+    void pasteInfo(QObject* sender);
+
+    // Window.
+    void changeWindow(QObject* sender);
+    /// The height the window takes while the user drags its size.
+    QSize windowWillResize(QSize proposedSize);
+    void windowDidMove();
+    void setPasteButtonHidden(bool hidden);
+    bool validateMenuItem(QAction* item) const;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void loadWindow();
+    void connectWidgets();
+    void fillPopUps();
+    void restoreIndexes();
+    void restoreWindowFrame();
+    void rememberExpression(const QString& inputText);
+    void appendToLog(const QString& text);
+    void showLazyResults(bool keepFilmFields);
+    void showLazyResult(QLineEdit* field, const std::optional<std::string>& result,
+                        bool keepFilmFields);
+    void refreshSideCalculators();
+    QString placeholder() const;
+    QString logLine(const QString& expression, const std::string& result, bool pt) const;
+    void setLogButtonsEnabled(bool enabled);
+    void showLogPictures(bool expanded);
+    void setIndex(int& field, int index, const char* key);
+    static void showPopUpIndex(QComboBox* popUp, int index);
+    void smallifyMenuItem(QAction* item) const;
+
+    std::unique_ptr<Ui::Calculator> m_ui;
+    QMainWindow* m_window = nullptr;
+    Preferences m_preferences;
+    Calc m_calculator;
+    ExpressionHistory m_expressionHistory;
+
+    QString m_diskSpacePT;
+    QString m_transferTimePT;
+    QString m_diskSpacePF;
+    QString m_transferTimePF;
+    QString m_filmLengthPT;
+    QString m_filmLengthPF;
+
+    bool clean = true;
+    int m_lines = 0;
+    int m_displayButtonState = DisplayStateTime;
+    int m_displayFrameRateState = DisplayState24fps;
+    int m_resolutionIndex = 0;
+    int m_aspectRatioIndex = 0;
+    int m_bitDepthIndex = 0;
+    int m_transferSpeedIndex = 0;
+    int m_filmIndex = 0;
+    int m_systemIndex = 0;
+    double m_storedHeight = 0.0;
+    bool m_logExpanded = false;
+    bool buttonsExpanded = true;
+    bool m_displayCalcModeTime = false;
+    bool m_animating = false;
+    QPointer<QMenu> m_displayModeMenu;
+    QPointer<QMenu> m_displayFrameRateMenu;
+    QPointer<QMenu> m_displayCalcModeMenu;
+};
+
+}  // namespace vantrel

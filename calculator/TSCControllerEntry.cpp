@@ -1,0 +1,162 @@
+// TSCController: the road from the input field to the result fields and the log.
+
+#include <QScrollBar>
+#include <QTextCursor>
+
+#include "FrameRate.h"
+#include "TSCController.h"
+#include "ui_Calculator.h"
+
+namespace vantrel {
+
+void TSCController::connectWidgets() {
+    connect(m_ui->inputField, &ExpressionEdit::textChanged, this,
+            &TSCController::controlTextDidChange);
+    connect(m_ui->inputField, &ExpressionEdit::returnPressed, this,
+            [this] { finish(m_ui->inputField); });
+    connect(m_ui->inputField, &ExpressionEdit::editingEnded, this,
+            &TSCController::controlTextDidEndEditing);
+    connect(m_ui->resetButton, &QToolButton::clicked, this, [this] { reset(m_ui->resetButton); });
+    for (QToolButton* key : {m_ui->divideButton, m_ui->multiplyButton, m_ui->subtractButton,
+                             m_ui->addButton, m_ui->showResultButton}) {
+        connect(key, &QToolButton::clicked, this, [this, key] { buttonPressed(key); });
+    }
+    connect(m_ui->historyButton, &QToolButton::clicked, this,
+            [this] { showMenu(m_ui->historyButton); });
+    connect(m_ui->saveButton, &QToolButton::clicked, this,
+            [this] { saveLogFile(m_ui->saveButton); });
+    connect(m_ui->clearButton, &QToolButton::clicked, this,
+            [this] { clearLog(m_ui->clearButton); });
+    connect(m_ui->expandCollapseButton, &QToolButton::clicked, this,
+            [this] { changeWindow(m_ui->expandCollapseButton); });
+    connect(m_ui->resolutionPopUpButton, &QComboBox::currentIndexChanged, this,
+            &TSCController::setResolutionIndex);
+    connect(m_ui->aspectRatioPopUpButton, &QComboBox::currentIndexChanged, this,
+            &TSCController::setAspectRatioIndex);
+    connect(m_ui->bitDepthPopUpButton, &QComboBox::currentIndexChanged, this,
+            &TSCController::setBitDepthIndex);
+    connect(m_ui->transferSpeedPopUpButton, &QComboBox::currentIndexChanged, this,
+            &TSCController::setTransferSpeedIndex);
+    connect(m_ui->filmPopUpButton, &QComboBox::currentIndexChanged, this,
+            &TSCController::setFilmIndex);
+}
+
+QString TSCController::placeholder() const {
+    switch (m_displayButtonState) {
+        case DisplayStateNumber:
+            return QStringLiteral("0");
+        case DisplayStateFilmLength:
+            return QStringLiteral("0 m");
+        default:
+            return QStringLiteral("00:00:00.00");
+    }
+}
+
+QString TSCController::logLine(const QString& expression, const std::string& result,
+                               bool pt) const {
+    const FrameRate* rate = frameRateForCode(m_displayFrameRateState);
+    const QString suffix =
+        rate ? QString::fromUtf8(rate->suffix.data(), static_cast<qsizetype>(rate->suffix.size()))
+             : QString();
+    return expression + QStringLiteral(" = ") + QString::fromStdString(result) + QLatin1Char('|') +
+           suffix + (pt ? QStringLiteral(" (PT)\n") : QStringLiteral(" (PF)\n"));
+}
+
+void TSCController::appendToLog(const QString& text) {
+    // Always at the very end, after whatever the user typed into the log, without moving the
+    // user's own cursor there.
+    QTextCursor end(m_ui->calcLog->document());
+    end.movePosition(QTextCursor::End);
+    end.insertText(text);
+    m_ui->calcLog->verticalScrollBar()->setValue(m_ui->calcLog->verticalScrollBar()->maximum());
+}
+
+void TSCController::finish(QObject*) {
+    if (clean) return;
+    ++m_lines;
+    const QString input = m_ui->inputField->text();
+    const std::string typed = input.toStdString();
+    const QString expression = QString::fromStdString(m_calculator.beautifyExpression(typed));
+    rememberExpression(expression);
+    if (const auto pt = m_calculator.evalPT(typed, m_displayButtonState)) {
+        if (m_displayCalcModeTime) appendToLog(logLine(expression, *pt, true));
+        m_ui->resultField->setText(QString::fromStdString(*pt));
+    }
+    if (const auto pf = m_calculator.evalPF(typed, m_displayButtonState)) {
+        if (!m_displayCalcModeTime) appendToLog(logLine(expression, *pf, false));
+        m_ui->resultField2->setText(QString::fromStdString(*pf));
+    }
+    refreshSideCalculators();
+    m_ui->resetButton->setEnabled(true);
+    clean = true;
+    if (!m_logExpanded) changeWindow(this);
+}
+
+void TSCController::reset(QObject*) {
+    m_ui->calcLog->clear();
+    m_ui->resultField->setText(placeholder());
+    m_ui->resultField2->setText(placeholder());
+    {
+        const QSignalBlocker blocker(m_ui->inputField);
+        m_ui->inputField->setText(QString());
+    }
+    m_ui->resetButton->setEnabled(false);
+    clean = true;
+    m_lines = 0;
+}
+
+void TSCController::showLazyResult(QLineEdit* field, const std::optional<std::string>& result,
+                                   bool keepFilmFields) {
+    if (result && !result->empty()) {
+        field->setText(QString::fromStdString(*result));
+    } else if (!keepFilmFields || m_displayButtonState != DisplayStateFilmLength) {
+        field->setText(placeholder());
+    }
+}
+
+void TSCController::showLazyResults(bool keepFilmFields) {
+    const std::string typed = m_ui->inputField->text().toStdString();
+    showLazyResult(m_ui->resultField, m_calculator.lazyevalPT(typed, m_displayButtonState),
+                   keepFilmFields);
+    showLazyResult(m_ui->resultField2, m_calculator.lazyevalPF(typed, m_displayButtonState),
+                   keepFilmFields);
+}
+
+void TSCController::update(QObject*) {
+    clean = false;
+    m_ui->resetButton->setEnabled(true);
+    showLazyResults(false);
+    refreshSideCalculators();
+}
+
+// The highlighter has already coloured the new text by the time this runs.
+void TSCController::controlTextDidChange() {
+    showLazyResults(true);
+    clean = false;
+    m_ui->resetButton->setEnabled(true);
+    refreshSideCalculators();
+}
+
+void TSCController::controlTextDidEndEditing() {
+    update(this);
+}
+
+void TSCController::buttonPressed(QObject* sender) {
+    static const QString operators[] = {QString(), QStringLiteral("/"), QStringLiteral("*"),
+                                        QStringLiteral("-"), QStringLiteral("+")};
+    const int tag = sender ? sender->property("tag").toInt() : -1;
+    if (tag >= 1 && tag <= 4) {
+        // Set directly: the lazy results wait for the next change of the text.
+        const QSignalBlocker blocker(m_ui->inputField);
+        m_ui->inputField->setText(m_ui->inputField->text() + operators[tag]);
+    } else if (tag == 0) {
+        controlTextDidEndEditing();
+    }
+    m_ui->inputField->moveCursorToEnd();
+}
+
+void TSCController::refreshSideCalculators() {
+    setResolutionIndex(m_resolutionIndex);
+}
+
+}  // namespace vantrel

@@ -1,0 +1,73 @@
+// TSCController: the history of finished expressions and its menu.
+
+#include <QAction>
+#include <QMenu>
+#include <QToolButton>
+
+#include "TSCController.h"
+#include "ui_Calculator.h"
+
+namespace vantrel {
+
+void TSCController::rememberExpression(const QString& expression) {
+    if (m_expressionHistory.remember(expression)) {
+        m_preferences.setValue(QStringLiteral("CalculatorExpressionHistory"),
+                               m_expressionHistory.entries());
+    }
+}
+
+void TSCController::smallifyMenuItem(QAction* item) const {
+    QFont font = item->font();
+    font.setPointSizeF(10.0);
+    item->setFont(font);
+}
+
+void TSCController::showMenu(QObject* sender) {
+    auto* button = qobject_cast<QToolButton*>(sender);
+    if (!button) return;
+    if (button->property("tag").toInt() == 3000) {
+        QMenu* menu = button->menu();
+        if (!menu) {
+            menu = new QMenu(button);
+            button->setMenu(menu);
+            button->setPopupMode(QToolButton::DelayedPopup);
+        }
+        menu->clear();
+        menu->addSeparator();
+        m_expressionHistory.trim();
+        const QStringList& entries = m_expressionHistory.entries();
+        for (auto entry = entries.crbegin(); entry != entries.crend(); ++entry) {
+            // Menus treat "&" as a mnemonic marker; the entry itself travels as the item's data.
+            QAction* item =
+                menu->addAction(QString(*entry).replace(QLatin1Char('&'), QLatin1String("&&")));
+            item->setData(*entry);
+            connect(item, &QAction::triggered, this, [this, item] { goToExpressionHistory(item); });
+            smallifyMenuItem(item);
+        }
+        menu->addSeparator();
+        QAction* clear = menu->addAction(tr("Clear History"));
+        clear->setEnabled(!entries.isEmpty());
+        connect(clear, &QAction::triggered, this, [this, clear] { clearExpressionHistory(clear); });
+        smallifyMenuItem(clear);
+    }
+    if (button->menu()) button->menu()->popup(button->mapToGlobal(QPoint(5, button->height() + 5)));
+}
+
+void TSCController::goToExpressionHistory(QObject* sender) {
+    auto* item = qobject_cast<QAction*>(sender);
+    if (!item) return;
+    {
+        const QSignalBlocker blocker(m_ui->inputField);
+        m_ui->inputField->setText(item->data().toString());
+    }
+    clean = false;
+    m_ui->resetButton->setEnabled(true);
+    showLazyResults(false);
+    m_ui->inputField->moveCursorToEnd();
+}
+
+void TSCController::clearExpressionHistory(QObject*) {
+    m_expressionHistory.clear();
+}
+
+}  // namespace vantrel

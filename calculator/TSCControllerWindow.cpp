@@ -1,0 +1,88 @@
+// TSCController: collapsing and expanding the window, and remembering where it was.
+
+#include <QEvent>
+#include <QMainWindow>
+#include <QPropertyAnimation>
+
+#include "NamedImages.h"
+#include "TSCController.h"
+#include "WindowHeights.h"
+#include "ui_Calculator.h"
+
+namespace vantrel {
+
+void TSCController::setLogButtonsEnabled(bool enabled) {
+    m_ui->saveButton->setEnabled(enabled);
+    m_ui->clearButton->setEnabled(enabled);
+}
+
+void TSCController::showLogPictures(bool expanded) {
+    const int side = m_ui->resizeImage->width();
+    m_ui->resizeImage->setPixmap(
+        namedImage(expanded ? QStringLiteral("MiniResizeDark") : QStringLiteral("MiniResize"))
+            .pixmap(side, side));
+    m_ui->expandCollapseButton->setIcon(
+        namedImage(expanded ? QStringLiteral("HideMiniButton") : QStringLiteral("ShowMiniButton")));
+}
+
+void TSCController::changeWindow(QObject*) {
+    QMainWindow* window = calcWindow();
+    const QRect frame = window->geometry();
+    const window_heights::Toggle toggle =
+        window_heights::toggle(frame.height(), buttonsExpanded, m_storedHeight);
+    buttonsExpanded = toggle.expand;
+    m_logExpanded = toggle.expand;
+    m_storedHeight = toggle.storedHeight;
+    setLogButtonsEnabled(toggle.expand);
+    showLogPictures(toggle.expand);
+
+    // The top edge stays where it is; only the bottom edge moves.
+    const QRect target(frame.x(), frame.y(), frame.width(), static_cast<int>(toggle.targetHeight));
+    auto* animation = new QPropertyAnimation(window, "geometry", this);
+    animation->setDuration(300);
+    animation->setStartValue(frame);
+    animation->setEndValue(target);
+    m_animating = true;
+    connect(animation, &QPropertyAnimation::finished, this, [this] {
+        m_animating = false;
+        windowDidMove();
+    });
+    animation->start(QAbstractAnimation::DeleteWhenStopped);
+}
+
+QSize TSCController::windowWillResize(QSize proposedSize) {
+    const window_heights::DraggedHeight snapped =
+        window_heights::snapDraggedHeight(proposedSize.height());
+    if (snapped.logExpanded) {
+        showLogPictures(*snapped.logExpanded);
+        setLogButtonsEnabled(*snapped.logExpanded);
+        m_logExpanded = *snapped.logExpanded;
+    }
+    return {proposedSize.width(), static_cast<int>(snapped.height)};
+}
+
+// Saved on every move and size change: on this desktop a resize keeps the top-left corner, so a
+// move alone would miss a window that was only made taller.
+void TSCController::windowDidMove() {
+    if (m_window) m_preferences.setValue(QStringLiteral("Calc Panel"), m_window->saveGeometry());
+}
+
+void TSCController::setPasteButtonHidden(bool hidden) {
+    m_ui->pasteButton->setHidden(hidden);
+    m_ui->pasteButton->setEnabled(!hidden);
+    m_ui->pasteButton->update();
+}
+
+bool TSCController::eventFilter(QObject* watched, QEvent* event) {
+    if (watched != m_window) return false;
+    if (event->type() == QEvent::Move) windowDidMove();
+    if (event->type() == QEvent::Resize && !m_animating && m_window->isVisible()) {
+        const QSize size = m_window->size();
+        const QSize wanted = windowWillResize(size);
+        if (wanted != size) m_window->resize(wanted);
+        windowDidMove();
+    }
+    return false;
+}
+
+}  // namespace vantrel

@@ -1,0 +1,66 @@
+#include "ExpressionEdit.h"
+
+#include <QKeyEvent>
+#include <QMimeData>
+#include <QTextBlock>
+#include <QTextCursor>
+
+namespace vantrel {
+
+ExpressionEdit::ExpressionEdit(QWidget* parent) : QPlainTextEdit(parent) {
+    setLineWrapMode(QPlainTextEdit::NoWrap);
+    setWordWrapMode(QTextOption::NoWrap);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setTabChangesFocus(true);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    document()->setDocumentMargin(2);
+}
+
+void ExpressionEdit::setText(const QString& text) {
+    setPlainText(text);
+    moveCursorToEnd();
+}
+
+void ExpressionEdit::moveCursorToEnd() {
+    QTextCursor cursor = textCursor();
+    cursor.movePosition(QTextCursor::End);
+    setTextCursor(cursor);
+}
+
+QSize ExpressionEdit::sizeHint() const {
+    const int height = fontMetrics().height() + 2 * static_cast<int>(document()->documentMargin()) +
+                       2 * frameWidth() + 2;
+    return {200, height};
+}
+
+QSize ExpressionEdit::minimumSizeHint() const {
+    return {60, sizeHint().height()};
+}
+
+void ExpressionEdit::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        emit returnPressed();
+        // The finished expression stays readable and is replaced by the next one typed.
+        selectAll();
+        return;
+    }
+    QPlainTextEdit::keyPressEvent(event);
+}
+
+void ExpressionEdit::focusOutEvent(QFocusEvent* event) {
+    QPlainTextEdit::focusOutEvent(event);
+    emit editingEnded();
+}
+
+// A pasted text with line breaks stays on the one line: the breaks become blanks, which the
+// expression language ignores around operands.
+void ExpressionEdit::insertFromMimeData(const QMimeData* source) {
+    QString text = source->text();
+    text.replace(QLatin1String("\r\n"), QLatin1String(" "));
+    text.replace(QLatin1Char('\n'), QLatin1Char(' '));
+    text.replace(QLatin1Char('\r'), QLatin1Char(' '));
+    textCursor().insertText(text);
+}
+
+}  // namespace vantrel
