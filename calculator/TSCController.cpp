@@ -68,24 +68,10 @@ void TSCController::loadWindow() {
     fillPopUps();
     connectWidgets();
 
-    m_ui->displayButton->setIcon(namedImage(QStringLiteral("DisplayButtonTime")));
-    m_ui->displayButton24->setIcon(namedImage(QStringLiteral("DisplayButton24")));
     m_ui->historyButton->setIcon(namedImage(QStringLiteral("HistoryButton")));
     showLogPictures(false);
     setLogButtonsEnabled(false);
-    const std::initializer_list<QWidget*> sideViews{m_ui->resultDiskSpaceField,
-                                                    m_ui->resultDiskSpaceField2,
-                                                    m_ui->resultTransferTimeField,
-                                                    m_ui->resultTransferTimeField2,
-                                                    m_ui->filmResultField,
-                                                    m_ui->filmResultField2,
-                                                    m_ui->commentTF1,
-                                                    m_ui->commentTF2,
-                                                    m_ui->diskSpacePupUpView,
-                                                    m_ui->filmLengthView};
-    for (QWidget* sideView : sideViews) {
-        sideView->hide();
-    }
+    showDisplayStateViews();
     m_ui->resultField->setText(placeholder());
     m_ui->resultField2->setText(placeholder());
 }
@@ -96,6 +82,7 @@ void TSCController::fillPopUps() {
     fillPopUp(m_ui->bitDepthPopUpButton, captions::kBitDepth);
     fillPopUp(m_ui->transferSpeedPopUpButton, captions::kTransferSpeed);
     fillPopUp(m_ui->filmPopUpButton, captions::kFilm);
+    fillPopUp(m_ui->systemPopUpButton, captions::kSystem);
     m_ui->fpsPopUp->removeItem(kFpsPopUpSeparator);
     m_ui->fpsPopUp->insertSeparator(kFpsPopUpSeparator);
     for (int position = 0; position < m_ui->fpsPopUp->count(); ++position) {
@@ -158,9 +145,11 @@ void TSCController::restoreWindowFrame() {
     if (!frame.isEmpty()) m_window->restoreGeometry(frame);
 }
 
-void TSCController::setIndex(int& field, int index, const char* key) {
+void TSCController::setIndex(int& field, int index, const char* key,
+                             void (TSCController::*recompute)()) {
     if (field == index) return;
     field = index;
+    (this->*recompute)();
     m_preferences.setValue(QString::fromLatin1(key), index);
 }
 
@@ -174,31 +163,36 @@ void TSCController::setResolutionIndex(int index) {
     // calling with the current index refreshes it.
     ui().aspectRatioPopUpButton->setEnabled(static_cast<unsigned>(index) > 2);
     showPopUpIndex(m_ui->resolutionPopUpButton, index);
-    setIndex(m_resolutionIndex, index, "CalcResolutionIndex");
+    setIndex(m_resolutionIndex, index, "CalcResolutionIndex",
+             &TSCController::updateDiskSpaceAndTranferTime);
 }
 
 void TSCController::setAspectRatioIndex(int index) {
     showPopUpIndex(ui().aspectRatioPopUpButton, index);
-    setIndex(m_aspectRatioIndex, index, "CalcAspectRatioIndex");
+    setIndex(m_aspectRatioIndex, index, "CalcAspectRatioIndex",
+             &TSCController::updateDiskSpaceAndTranferTime);
 }
 
 void TSCController::setBitDepthIndex(int index) {
     showPopUpIndex(ui().bitDepthPopUpButton, index);
-    setIndex(m_bitDepthIndex, index, "CalcBitDepthIndex");
+    setIndex(m_bitDepthIndex, index, "CalcBitDepthIndex",
+             &TSCController::updateDiskSpaceAndTranferTime);
 }
 
 void TSCController::setTransferSpeedIndex(int index) {
     showPopUpIndex(ui().transferSpeedPopUpButton, index);
-    setIndex(m_transferSpeedIndex, index, "CalcTransferSpeedIndex");
+    setIndex(m_transferSpeedIndex, index, "CalcTransferSpeedIndex",
+             &TSCController::updateDiskSpaceAndTranferTime);
 }
 
 void TSCController::setFilmIndex(int index) {
     showPopUpIndex(ui().filmPopUpButton, index);
-    setIndex(m_filmIndex, index, "CalcFilmIndex");
+    setIndex(m_filmIndex, index, "CalcFilmIndex", &TSCController::updateFilmStuff);
 }
 
 void TSCController::setSystemIndex(int index) {
-    setIndex(m_systemIndex, index, "CalcSystemIndex");
+    showPopUpIndex(ui().systemPopUpButton, index);
+    setIndex(m_systemIndex, index, "CalcSystemIndex", &TSCController::updateFilmStuff);
 }
 
 void TSCController::setDisplayCalcModeTime(bool flag) {

@@ -6,6 +6,7 @@
 #include <QPointer>
 #include <QSize>
 #include <QString>
+#include <functional>
 #include <memory>
 
 #include "Calc.h"
@@ -71,12 +72,17 @@ public:
     QString transferTimePF() const { return m_transferTimePF; }
     QString filmLengthPT() const { return m_filmLengthPT; }
     QString filmLengthPF() const { return m_filmLengthPF; }
-    void setDiskSpacePT(const QString& text) { m_diskSpacePT = text; }
-    void setTransferTimePT(const QString& text) { m_transferTimePT = text; }
-    void setDiskSpacePF(const QString& text) { m_diskSpacePF = text; }
-    void setTransferTimePF(const QString& text) { m_transferTimePF = text; }
-    void setFilmLengthPT(const QString& text) { m_filmLengthPT = text; }
-    void setFilmLengthPF(const QString& text) { m_filmLengthPF = text; }
+    // Each result field of the side calculators follows its text.
+    void setDiskSpacePT(const QString& text);
+    void setTransferTimePT(const QString& text);
+    void setDiskSpacePF(const QString& text);
+    void setTransferTimePF(const QString& text);
+    void setFilmLengthPT(const QString& text);
+    void setFilmLengthPF(const QString& text);
+
+    /// Recompute the side calculators' texts from the engine's cached results.
+    void updateDiskSpaceAndTranferTime();
+    void updateFilmStuff();
 
     QMenu* displayModeMenu() const { return m_displayModeMenu; }
     QMenu* displayFrameRateMenu() const { return m_displayFrameRateMenu; }
@@ -96,6 +102,16 @@ public slots:
     void buttonPressed(QObject* sender);
     void controlTextDidChange();
     void controlTextDidEndEditing();
+
+    // Display state, frame rate and calculation mode.
+    void changeDisplayMode(QObject* sender);
+    void changeDisplayFrameRate(QObject* sender);
+    void showFpsMenu(QObject* sender);
+    void toggleCalcMode(QObject* sender);
+
+    // Side calculators.
+    void pasteDiskSpaceToLog(QObject* sender);
+    void pasteFilmLengthToLog(QObject* sender);
 
     // Expression history.
     void showMenu(QObject* sender);
@@ -137,7 +153,11 @@ private:
     QString logLine(const QString& expression, const std::string& result, bool pt) const;
     void setLogButtonsEnabled(bool enabled);
     void showLogPictures(bool expanded);
-    void setIndex(int& field, int index, const char* key);
+    void setIndex(int& field, int index, const char* key, void (TSCController::*recompute)());
+    void showDisplayStateViews();
+    void setFrameRate(int code);
+    void pasteToLog(const std::function<std::string(const std::string& frames)>& entry);
+    void setResultText(QString& text, QLineEdit* field, const QString& newText);
     static void showPopUpIndex(QComboBox* popUp, int index);
     void smallifyMenuItem(QAction* item) const;
 

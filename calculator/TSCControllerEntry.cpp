@@ -39,6 +39,20 @@ void TSCController::connectWidgets() {
             &TSCController::setTransferSpeedIndex);
     connect(m_ui->filmPopUpButton, &QComboBox::currentIndexChanged, this,
             &TSCController::setFilmIndex);
+    connect(m_ui->systemPopUpButton, &QComboBox::currentIndexChanged, this,
+            &TSCController::setSystemIndex);
+    connect(m_ui->displayButton, &QToolButton::clicked, this,
+            [this] { changeDisplayMode(m_ui->displayButton); });
+    connect(m_ui->displayButton24, &QToolButton::clicked, this,
+            [this] { changeDisplayFrameRate(m_ui->displayButton24); });
+    connect(m_ui->fpsPopUp, &QComboBox::activated, this,
+            [this] { changeDisplayFrameRate(m_ui->fpsPopUp); });
+    connect(m_ui->modeButton, &QToolButton::clicked, this,
+            [this] { toggleCalcMode(m_ui->modeButton); });
+    connect(m_ui->pasteDiskSpaceButton, &QToolButton::clicked, this,
+            [this] { pasteDiskSpaceToLog(m_ui->pasteDiskSpaceButton); });
+    connect(m_ui->pasteFilmLengthButton, &QToolButton::clicked, this,
+            [this] { pasteFilmLengthToLog(m_ui->pasteFilmLengthButton); });
 }
 
 QString TSCController::placeholder() const {
@@ -157,6 +171,8 @@ void TSCController::buttonPressed(QObject* sender) {
 
 void TSCController::refreshSideCalculators() {
     setResolutionIndex(m_resolutionIndex);
+    updateDiskSpaceAndTranferTime();
+    updateFilmStuff();
 }
 
 }  // namespace vantrel

@@ -1,13 +1,16 @@
 #include "CommandLine.h"
 
 #include <array>
+#include <charconv>
 #include <istream>
 #include <optional>
 #include <ostream>
 #include <string_view>
 
 #include "Calc.h"
+#include "CaptionTables.h"
 #include "FrameRate.h"
+#include "SideCalculators.h"
 #include "Version.h"
 
 namespace vantrel {
@@ -26,6 +29,13 @@ and the PF result. A reading without a result leaves its field empty.
   -l, --lazy           evaluate as the window does while typing (first match anywhere,
                        lazy bounds)
   -b, --beautify       print each expression's normalised form instead of its results
+      --disk RES,ASPECT,FORMAT,LINK
+                       after the two results, four more tab-separated fields: the PT disk
+                       space, PT transfer time, PF disk space and PF transfer time, for these
+                       row numbers of the resolution (0-6), aspect-ratio (0-3), pixel-format
+                       (0-9) and transfer-speed (0-7) tables
+      --film GAUGE,UNIT    after those, two more fields: the PT and PF film length
+                       (gauge row 0-5, unit 0 m or 1 ft)
   -h, --help           show this help and exit
       --version        show the version and exit
 
@@ -45,6 +55,11 @@ constexpr std::array<DisplayModeName, 4> kDisplayModes{{
     {"disk", DisplayStateDiskSpace},
 }};
 
+struct FilmChoice {
+    int gauge = 0;
+    int unit = 0;
+};
+
 struct Options {
     int rate = DisplayState24fps;
     int displayMode = DisplayStateTime;
@@ -52,6 +67,8 @@ struct Options {
     bool beautify = false;
     bool help = false;
     bool version = false;
+    std::optional<side_calculators::DiskChoice> disk;
+    std::optional<FilmChoice> film;
     std::vector<std::string> expressions;
 };
 
@@ -76,6 +93,45 @@ int displayMode(std::string_view text) {
     }
     throw UsageError("unknown display mode '" + std::string(text) +
                      "' (use time, number, film or disk)");
+}
+
+// "3,2,0,4": one row number per table, each within its table.
+std::vector<int> tableRows(std::string_view option, std::string_view text,
+                           const std::vector<std::size_t>& tableSizes) {
+    std::vector<int> rows;
+    const std::string whole(text);
+    const auto invalid = [&] {
+        return UsageError(
+            "option '" + std::string(option) + "' takes " + std::to_string(tableSizes.size()) +
+            " row numbers separated by commas, each within its table: '" + whole + "'");
+    };
+    for (std::size_t table = 0; table < tableSizes.size(); ++table) {
+        const auto comma = text.find(',');
+        const std::string_view field = text.substr(0, comma);
+        int row = -1;
+        const auto [end, error] = std::from_chars(field.data(), field.data() + field.size(), row);
+        if (error != std::errc() || end != field.data() + field.size() || row < 0 ||
+            static_cast<std::size_t>(row) >= tableSizes[table]) {
+            throw invalid();
+        }
+        rows.push_back(row);
+        const bool last = table + 1 == tableSizes.size();
+        if (last != (comma == std::string_view::npos)) throw invalid();
+        if (!last) text.remove_prefix(comma + 1);
+    }
+    return rows;
+}
+
+side_calculators::DiskChoice diskChoice(std::string_view option, std::string_view text) {
+    const auto rows = tableRows(option, text,
+                                {captions::kResolution.size(), captions::kAspectRatio.size(),
+                                 captions::kBitDepth.size(), captions::kTransferSpeed.size()});
+    return {rows[0], rows[1], rows[2], rows[3]};
+}
+
+FilmChoice filmChoice(std::string_view option, std::string_view text) {
+    const auto rows = tableRows(option, text, {captions::kFilm.size(), captions::kSystem.size()});
+    return {rows[0], rows[1]};
 }
 
 // Options come first, POSIX style: the first argument that is not an option, or "--", starts the
@@ -113,6 +169,10 @@ Options parseOptions(const std::vector<std::string>& arguments) {
             options.rate = rateCode(valueOf(name, attached));
         } else if (name == "-d" || name == "--display") {
             options.displayMode = displayMode(valueOf(name, attached));
+        } else if (name == "--disk") {
+            options.disk = diskChoice(name, valueOf(name, attached));
+        } else if (name == "--film") {
+            options.film = filmChoice(name, valueOf(name, attached));
         } else if (!attached && (name == "-l" || name == "--lazy")) {
             options.lazy = true;
         } else if (!attached && (name == "-b" || name == "--beautify")) {
@@ -146,7 +206,7 @@ public:
         if (m_options.beautify) {
             m_output << m_calc.beautifyExpression(expression) << '\n';
         } else {
-            m_output << pt.value_or("") << '\t' << pf.value_or("") << '\n';
+            m_output << pt.value_or("") << '\t' << pf.value_or("") << sideFigures() << '\n';
         }
         // Flushed per line, so a program that feeds lines through a pipe gets each answer at once.
         m_output.flush();
@@ -155,6 +215,28 @@ public:
     bool everyExpressionAccepted() const { return m_everyExpressionAccepted; }
 
 private:
+    // As in the window, the side calculators read the engine's cached results, which a rejected
+    // line leaves at the last accepted one.
+    std::string sideFigures() const {
+        std::string fields;
+        const float pt = m_calc.cachedResultPT();
+        const float pf = m_calc.cachedResultPF();
+        if (m_options.disk) {
+            for (const float frames : {pt, pf}) {
+                const auto figures =
+                    side_calculators::diskSpaceAndTransferTime(frames, *m_options.disk);
+                fields += '\t' + figures.diskSpace + '\t' + figures.transferTime;
+            }
+        }
+        if (m_options.film) {
+            for (const float frames : {pt, pf}) {
+                fields += '\t' + side_calculators::filmLength(frames, m_options.film->gauge,
+                                                              m_options.film->unit);
+            }
+        }
+        return fields;
+    }
+
     const Options& m_options;
     std::ostream& m_output;
     Calc m_calc;

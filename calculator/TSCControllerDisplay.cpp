@@ -1,0 +1,138 @@
+// TSCController: what the results show (time, frame number, disk space, film length), at which
+// frame rate, and which reading is the active one.
+
+#include <QComboBox>
+
+#include "NamedImages.h"
+#include "TSCController.h"
+#include "ui_Calculator.h"
+
+namespace vantrel {
+
+namespace {
+
+QString displayStatePicture(int state) {
+    switch (state) {
+        case DisplayStateNumber:
+            return QStringLiteral("DisplayButtonNumber");
+        case DisplayStateDiskSpace:
+            return QStringLiteral("DisplayButtonDiskSpace");
+        case DisplayStateFilmLength:
+            return QStringLiteral("DisplayButtonFilm");
+        default:
+            return QStringLiteral("DisplayButtonTime");
+    }
+}
+
+QString frameRatePicture(int code) {
+    static const char* const suffixes[] = {"24", "25", "30", "23d", "29d", "23n", "29n"};
+    return QStringLiteral("DisplayButton") + QLatin1String(suffixes[code]);
+}
+
+bool isFrameRateCode(int code) {
+    return code >= DisplayState24fps && code <= DisplayState29nondrop;
+}
+
+// Checks the items of a menu whose tag equals the value and unchecks the other tagged items.
+void checkTaggedItems(QMenu* menu, int value) {
+    if (!menu) return;
+    for (QAction* item : menu->actions()) {
+        const QVariant tag = item->property("tag");
+        if (!tag.isValid()) continue;
+        item->setCheckable(true);
+        item->setChecked(tag.toInt() == value);
+    }
+}
+
+}  // namespace
+
+void TSCController::showDisplayStateViews() {
+    const int state = m_displayButtonState;
+    const bool time = state == DisplayStateTime;
+    const bool calculator = time || state == DisplayStateNumber;
+    const bool disk = state == DisplayStateDiskSpace;
+    const bool film = state == DisplayStateFilmLength;
+    m_ui->displayButton->setIcon(namedImage(displayStatePicture(state)));
+    if (disk || film) setResolutionIndex(m_resolutionIndex);
+    if (disk) updateDiskSpaceAndTranferTime();
+    if (film) updateFilmStuff();
+
+    m_ui->resultField->setVisible(calculator);
+    m_ui->resultField2->setVisible(calculator);
+    for (QWidget* view : {static_cast<QWidget*>(m_ui->resultDiskSpaceField),
+                          static_cast<QWidget*>(m_ui->resultDiskSpaceField2),
+                          static_cast<QWidget*>(m_ui->resultTransferTimeField),
+                          static_cast<QWidget*>(m_ui->resultTransferTimeField2),
+                          static_cast<QWidget*>(m_ui->commentTF1),
+                          static_cast<QWidget*>(m_ui->commentTF2), m_ui->diskSpacePupUpView}) {
+        view->setVisible(disk);
+    }
+    m_ui->filmResultField->setVisible(film);
+    m_ui->filmResultField2->setVisible(film);
+    m_ui->filmLengthView->setVisible(film);
+    m_ui->buttonView->setVisible(calculator);
+    if (time) {
+        m_ui->displayButton24->show();
+        m_ui->displayButton24->setEnabled(true);
+        m_ui->displayButton24->setIcon(namedImage(frameRatePicture(m_displayFrameRateState)));
+    }
+}
+
+void TSCController::changeDisplayMode(QObject* sender) {
+    if (sender == m_ui->displayButton) {
+        // The button steps time, number, disk space, film length and back to time.
+        const int next = m_displayButtonState + 1;
+        m_displayButtonState = next > DisplayStateNumber ? DisplayStateDiskSpace : next;
+    } else if (sender) {
+        m_displayButtonState = sender->property("tag").toInt();
+    }
+    checkTaggedItems(m_displayModeMenu, m_displayButtonState);
+    showDisplayStateViews();
+    clean = false;
+    showLazyResults(true);
+}
+
+void TSCController::setFrameRate(int code) {
+    m_displayFrameRateState = code;
+    checkTaggedItems(m_displayFrameRateMenu, code);
+    const QSignalBlocker blocker(m_ui->fpsPopUp);
+    m_ui->fpsPopUp->setCurrentIndex(m_ui->fpsPopUp->findData(code));
+    m_ui->displayButton24->setIcon(namedImage(frameRatePicture(code)));
+    m_calculator.setFps(code);
+}
+
+void TSCController::changeDisplayFrameRate(QObject* sender) {
+    int code = m_displayFrameRateState;
+    if (sender == m_ui->displayButton24) {
+        code = (code + 1) % 7;
+    } else if (sender == m_ui->fpsPopUp) {
+        // The separator and anything past the last rate carry no code and keep the rate.
+        const QVariant chosen = m_ui->fpsPopUp->currentData();
+        if (chosen.isValid()) code = chosen.toInt();
+    } else if (sender) {
+        const int tag = sender->property("tag").toInt();
+        // The engine only ever runs at one of the seven codes.
+        if (isFrameRateCode(tag)) code = tag;
+    }
+    setFrameRate(code);
+    clean = false;
+    showLazyResults(true);
+    updateDiskSpaceAndTranferTime();
+    updateFilmStuff();
+}
+
+void TSCController::showFpsMenu(QObject*) {
+    m_ui->fpsPopUp->showPopup();
+}
+
+void TSCController::toggleCalcMode(QObject* sender) {
+    // The same expression may now be finished again, into the other reading's log line.
+    clean = false;
+    if (sender == m_ui->modeButton) {
+        setDisplayCalcModeTime(!m_displayCalcModeTime);
+    } else if (sender) {
+        setDisplayCalcModeTime(sender->property("tag").toInt() != 0);
+    }
+}
+
+}  // namespace vantrel

@@ -1,0 +1,197 @@
+#include <QComboBox>
+#include <QMenu>
+
+#include "ControllerFixture.h"
+#include "TestRows.h"
+
+namespace {
+
+using vantrel::DisplayStateDiskSpace;
+using vantrel::DisplayStateFilmLength;
+using vantrel::DisplayStateNumber;
+using vantrel::DisplayStateTime;
+
+// A menu like the application's: one checkable item per value, tagged with it.
+std::unique_ptr<QMenu> taggedMenu(std::initializer_list<int> tags) {
+    auto menu = std::make_unique<QMenu>();
+    for (int tag : tags) {
+        QAction* item = menu->addAction(QString::number(tag));
+        item->setProperty("tag", tag);
+        item->setCheckable(true);
+    }
+    return menu;
+}
+
+QList<int> checkedTags(QMenu* menu) {
+    QList<int> tags;
+    for (QAction* item : menu->actions()) {
+        if (item->isChecked()) tags << item->property("tag").toInt();
+    }
+    return tags;
+}
+
+struct ViewRow {
+    const char* name;
+    int state;
+    bool results, disk, film, keys;
+};
+
+class DisplayStates : public ControllerFixture, public testing::WithParamInterface<ViewRow> {};
+
+TEST_P(DisplayStates, ShowTheirOwnViews) {
+    auto& calc = start();
+    auto menu = taggedMenu({-2, -1, 0, 1});
+    calc.setDisplayModeMenu(menu.get());
+    QAction choice;
+    choice.setProperty("tag", GetParam().state);
+    calc.changeDisplayMode(&choice);
+    EXPECT_EQ(calc.displayButtonState(), GetParam().state);
+    EXPECT_EQ(ui().resultField->isVisible(), GetParam().results);
+    EXPECT_EQ(ui().resultDiskSpaceField2->isVisible(), GetParam().disk);
+    EXPECT_EQ(ui().commentTF1->isVisible(), GetParam().disk);
+    EXPECT_EQ(ui().diskSpacePupUpView->isVisible(), GetParam().disk);
+    EXPECT_EQ(ui().filmResultField->isVisible(), GetParam().film);
+    EXPECT_EQ(ui().filmLengthView->isVisible(), GetParam().film);
+    EXPECT_EQ(ui().buttonView->isVisible(), GetParam().keys);
+    EXPECT_EQ(checkedTags(menu.get()), QList<int>{GetParam().state});
+    EXPECT_FALSE(calc.isClean());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Views, DisplayStates,
+    testing::Values(ViewRow{"time", DisplayStateTime, true, false, false, true},
+                    ViewRow{"number", DisplayStateNumber, true, false, false, true},
+                    ViewRow{"disk_space", DisplayStateDiskSpace, false, true, false, false},
+                    ViewRow{"film_length", DisplayStateFilmLength, false, false, true, false}),
+    rowName<ViewRow>);
+
+using Display = ControllerFixture;
+
+TEST_F(Display, ButtonCyclesTimeNumberDiskFilm) {
+    auto& calc = start();
+    QList<int> states;
+    for (int click = 0; click < 4; ++click) {
+        QTest::mouseClick(ui().displayButton, Qt::LeftButton);
+        states << calc.displayButtonState();
+    }
+    EXPECT_EQ(states, (QList<int>{DisplayStateNumber, DisplayStateDiskSpace, DisplayStateFilmLength,
+                                  DisplayStateTime}));
+}
+
+TEST_F(Display, EmptyInputShowsThePlaceholderOfTheState) {
+    start();
+    QTest::mouseClick(ui().displayButton, Qt::LeftButton);
+    EXPECT_EQ(ui().resultField->text(), "0");
+    EXPECT_EQ(ui().resultField2->text(), "0");
+    QTest::mouseClick(ui().displayButton, Qt::LeftButton);
+    EXPECT_EQ(ui().resultField->text(), "00:00:00.00");
+}
+
+TEST_F(Display, RateButtonStepsThroughAllSevenCodes) {
+    auto& calc = start();
+    auto menu = taggedMenu({0, 1, 2, 3, 4, 5, 6});
+    calc.setDisplayFrameRateMenu(menu.get());
+    type("48");
+    QList<int> engineCodes;
+    QStringList results;
+    for (int click = 0; click < 7; ++click) {
+        QTest::mouseClick(ui().displayButton24, Qt::LeftButton);
+        engineCodes << calc.calculator().fps();
+        results << ui().resultField->text();
+        EXPECT_EQ(checkedTags(menu.get()), QList<int>{calc.displayFrameRateState()});
+        EXPECT_EQ(ui().fpsPopUp->currentData().toInt(), calc.displayFrameRateState());
+    }
+    EXPECT_EQ(engineCodes, (QList<int>{1, 2, 3, 4, 5, 6, 0}));
+    EXPECT_EQ(results, (QStringList{"00:00:01.23", "00:00:01.18", "00:00:02.00", "00:00:01.18",
+                                    "00:00:02.00", "00:00:01.18", "00:00:02.00"}));
+}
+
+TEST_F(Display, PopUpPositionsMapToCodes) {
+    auto& calc = start();
+    const std::pair<int, int> positions[] = {{0, 3}, {4, 2}, {5, 2}, {7, 6}, {1, 0}};
+    for (const auto& [position, code] : positions) {
+        ui().fpsPopUp->setCurrentIndex(position);
+        calc.changeDisplayFrameRate(ui().fpsPopUp);
+        EXPECT_EQ(calc.displayFrameRateState(), code) << "position " << position;
+        EXPECT_EQ(calc.calculator().fps(), code);
+    }
+}
+
+TEST_F(Display, ForeignRateTagNeverReachesTheEngine) {
+    auto& calc = start();
+    QAction foreign;
+    foreign.setProperty("tag", 9);
+    calc.changeDisplayFrameRate(&foreign);
+    EXPECT_EQ(calc.calculator().fps(), vantrel::DisplayState24fps);
+}
+
+TEST_F(Display, ModeButtonFlipsTheActiveReading) {
+    auto& calc = start();
+    auto menu = taggedMenu({0, 1});
+    calc.setDisplayCalcModeMenu(menu.get());
+    type("1");
+    pressReturn();
+    QTest::mouseClick(ui().modeButton, Qt::LeftButton);
+    EXPECT_FALSE(calc.displayCalcModeTime());
+    EXPECT_EQ(checkedTags(menu.get()), QList<int>{0});
+    EXPECT_EQ(ui().resultField2->palette().color(QPalette::Text), QColor(55, 63, 70));
+    EXPECT_EQ(ui().resultField->palette().color(QPalette::Text), QColor(207, 208, 197));
+    pressReturn();
+    EXPECT_EQ(log(), "1 = 00:00:00.01|24 (PT)\n1 = 00:00:00.01|24 (PF)\n");
+    QAction same;
+    same.setProperty("tag", 0);
+    calc.toggleCalcMode(&same);
+    EXPECT_FALSE(calc.displayCalcModeTime());
+}
+
+TEST_F(Display, SideCalculatorsFollowTheInputAndChoices) {
+    auto& calc = start();
+    calc.setResolutionIndex(4);
+    calc.setBitDepthIndex(1);
+    type("1500");
+    EXPECT_EQ(ui().resultDiskSpaceField->text(), "14.6 GB");
+    EXPECT_EQ(ui().resultTransferTimeField2->text(), "24.3 min");
+    ui().filmPopUpButton->setCurrentIndex(4);
+    EXPECT_EQ(calc.filmLengthPT(), "28.85 m");
+    ui().systemPopUpButton->setCurrentIndex(1);
+    EXPECT_EQ(ui().filmResultField2->text(), "93.75 ft");
+}
+
+TEST_F(Display, PastesDiskSpaceAndFilmLengthEntries) {
+    auto& calc = start();
+    calc.setResolutionIndex(4);
+    calc.setBitDepthIndex(1);
+    calc.setFilmIndex(4);
+    type("1500");
+    calc.pasteDiskSpaceToLog(nullptr);
+    calc.pasteFilmLengthToLog(nullptr);
+    EXPECT_EQ(log(),
+              "1500 frame(s) approximate\n     14.6 GB as RGB 10 bit, 2K, 1.85:1\n"
+              "     24.3 min over 100 MBit Ethernet (~10 MByte/sec)\n"
+              "1500 frame(s) approximate\n     28.85 m as 35 mm 4 perf\n");
+    EXPECT_TRUE(calc.logExpanded());
+    EXPECT_EQ(calc.expressionHistory().entries(), QStringList{"1500"});
+}
+
+TEST_F(Display, PasteOfARejectedExpressionWritesNothing) {
+    auto& calc = start();
+    type("1+");
+    calc.pasteFilmLengthToLog(nullptr);
+    EXPECT_EQ(log(), "");
+    EXPECT_FALSE(calc.logExpanded());
+    EXPECT_EQ(calc.expressionHistory().entries(), QStringList{"1+"});
+}
+
+TEST_F(Display, ChoicesShowAfterARestart) {
+    auto& calc = start();
+    ui().filmPopUpButton->setCurrentIndex(5);
+    ui().systemPopUpButton->setCurrentIndex(1);
+    ui().bitDepthPopUpButton->setCurrentIndex(7);
+    (void)calc;
+    start();
+    EXPECT_EQ(ui().filmPopUpButton->currentIndex(), 5);
+    EXPECT_EQ(ui().systemPopUpButton->currentIndex(), 1);
+    EXPECT_EQ(ui().bitDepthPopUpButton->currentIndex(), 7);
+}
+
+}  // namespace
