@@ -6,20 +6,23 @@
 
 namespace vantrel {
 
-std::optional<QUrl> helpPageUrl(const QString& anchor) {
+std::optional<QString> helpPagePath(const QString& programDir) {
     const QString page = QStringLiteral("Glessik Vantrel Help/Vantrel Help.html");
-    const QDir programDir(QCoreApplication::applicationDirPath());
-    // Installed next to the program's share folder, or beside the binary in the build tree.
-    const QStringList candidates{programDir.filePath(QStringLiteral("../share/vantrel/") + page),
-                                 programDir.filePath(QStringLiteral("../resources/") + page)};
-    for (const QString& candidate : candidates) {
-        if (QFileInfo::exists(candidate)) {
-            QUrl url = QUrl::fromLocalFile(QFileInfo(candidate).canonicalFilePath());
-            url.setFragment(anchor);
-            return url;
-        }
+    const QDir dir(programDir);
+    for (const QString& resources :
+         {QStringLiteral("../share/vantrel/"), QStringLiteral("../resources/")}) {
+        const QFileInfo candidate(dir.filePath(resources + page));
+        if (candidate.exists()) return candidate.canonicalFilePath();
     }
     return std::nullopt;
+}
+
+std::optional<QUrl> helpPageUrl(const QString& anchor) {
+    const auto path = helpPagePath(QCoreApplication::applicationDirPath());
+    if (!path) return std::nullopt;
+    QUrl url = QUrl::fromLocalFile(*path);
+    if (!anchor.isEmpty()) url.setFragment(anchor);
+    return url;
 }
 
 }  // namespace vantrel

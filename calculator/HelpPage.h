@@ -6,8 +6,12 @@
 
 namespace vantrel {
 
-/// The help page "Vantrel Help.html" at the given anchor, from the build tree or the installed
-/// resources, or nothing when neither holds it.
-std::optional<QUrl> helpPageUrl(const QString& anchor);
+/// Where "Vantrel Help.html" lies for a program in the given folder: in the installed resources
+/// (share/vantrel beside bin) or, in the build tree, in resources beside bin.
+std::optional<QString> helpPagePath(const QString& programDir);
+
+/// The help page of the running program at the anchor (none for an empty one), or nothing when
+/// the page cannot be found.
+std::optional<QUrl> helpPageUrl(const QString& anchor = QString());
 
 }  // namespace vantrel

@@ -5,10 +5,13 @@
 #include <syslog.h>
 
 #include <QComboBox>
+#include <QDesktopServices>
 #include <QMainWindow>
 #include <QMenu>
+#include <QMenuBar>
 
 #include "CaptionTables.h"
+#include "DisplayHoverButton.h"
 #include "InputHighlighter.h"
 #include "NamedImages.h"
 #include "ui_Calculator.h"
@@ -43,7 +46,9 @@ void setTextColour(QLineEdit* field, const QColor& colour) {
 }  // namespace
 
 TSCController::TSCController(QObject* parent)
-    : QObject(parent), m_ui(std::make_unique<Ui::Calculator>()) {}
+    : QObject(parent),
+      m_ui(std::make_unique<Ui::Calculator>()),
+      m_openUrl([](const QUrl& url) { return QDesktopServices::openUrl(url); }) {}
 
 TSCController::~TSCController() {
     delete m_window;
@@ -62,6 +67,11 @@ QMainWindow* TSCController::calcWindow() {
 void TSCController::loadWindow() {
     m_window = new QMainWindow;
     m_ui->setupUi(m_window);
+    // The label buttons are wider than the standard display button; their labels are centred.
+    for (DisplayHoverButton* label :
+         {m_ui->displayButton, m_ui->displayButton24, m_ui->modeButton}) {
+        label->cell().setStandardWidth(label->minimumWidth());
+    }
     m_window->installEventFilter(this);
     // The input's document owns the highlighter.
     new InputHighlighter(m_calculator, m_ui->inputField->document());
@@ -94,6 +104,10 @@ void TSCController::fillPopUps() {
 
 void TSCController::initialize() {
     QMainWindow* window = calcWindow();
+    // The collapsed height is that of the whole window; a menu bar inside it takes its share.
+    const QWidget* menuBar = window->menuWidget();
+    const int menuBarHeight = menuBar ? menuBar->sizeHint().height() : 0;
+    m_ui->calculatorPanel->setFixedHeight(static_cast<int>(kCollapsedHeight) - menuBarHeight);
     window->resize(window->width(), static_cast<int>(kCollapsedHeight));
     QPalette palette = window->palette();
     palette.setColor(QPalette::Window, kWindowGrey);
@@ -108,6 +122,10 @@ void TSCController::initialize() {
     setTransferTimePF(QStringLiteral("0 h"));
     restoreIndexes();
 
+    // The hover buttons' images sit where the window's layout expects them.
+    m_ui->displayButton24->cell().setOffset(2.0f);
+    m_ui->historyButton->cell().setOffset(-60.0f);
+    m_ui->expandCollapseButton->cell().setOffset(3.0f);
     {
         const QSignalBlocker blocker(m_ui->fpsPopUp);
         m_ui->fpsPopUp->setCurrentIndex(m_ui->fpsPopUp->findData(DisplayState24fps));
@@ -117,6 +135,8 @@ void TSCController::initialize() {
     m_expressionHistory =
         ExpressionHistory(m_preferences.stringList(QStringLiteral("CalculatorExpressionHistory")));
     restoreWindowFrame();
+    // The calculator is for typing: the expression field has the keyboard from the start.
+    m_ui->inputField->setFocus();
 }
 
 // Only the presence of the resolution key tells a returning user from a first start: the setters

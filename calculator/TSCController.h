@@ -6,6 +6,7 @@
 #include <QPointer>
 #include <QSize>
 #include <QString>
+#include <QUrl>
 #include <functional>
 #include <memory>
 
@@ -93,6 +94,10 @@ public:
 
     /// The widgets of the layout, for the application shell and for tests.
     Ui::Calculator& ui();
+
+    /// How pages are opened in the desktop's browser; replaceable so tests open nothing.
+    using UrlOpener = std::function<bool(const QUrl&)>;
+    void setUrlOpener(UrlOpener opener) { m_openUrl = std::move(opener); }
 
 public slots:
     // Expression entry.
@@ -189,6 +194,7 @@ private:
     bool buttonsExpanded = true;
     bool m_displayCalcModeTime = false;
     bool m_animating = false;
+    UrlOpener m_openUrl;
     QPointer<QMenu> m_displayModeMenu;
     QPointer<QMenu> m_displayFrameRateMenu;
     QPointer<QMenu> m_displayCalcModeMenu;

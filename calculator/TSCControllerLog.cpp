@@ -1,7 +1,6 @@
 // TSCController: the result log, its file and the help page about expressions.
 
 #include <QApplication>
-#include <QDesktopServices>
 #include <QFileDialog>
 #include <QMainWindow>
 #include <QUrl>
@@ -47,7 +46,7 @@ void TSCController::savePanelDidEnd(const QString& fileName, int returnCode) {
 
 void TSCController::openExpressionHelp(QObject*) {
     const std::optional<QUrl> page = helpPageUrl(QStringLiteral("expressions"));
-    if (!page || !QDesktopServices::openUrl(*page)) QApplication::beep();
+    if (!page || !m_openUrl(*page)) QApplication::beep();
 }
 
 void TSCController::pasteInfo(QObject*) {}

@@ -1,0 +1,219 @@
+#include "StandaloneCalcController.h"
+
+#include <QApplication>
+#include <QDesktopServices>
+#include <QDialog>
+#include <QLabel>
+#include <QMainWindow>
+#include <QMenu>
+#include <QMenuBar>
+#include <QSystemTrayIcon>
+
+#include "HelpPage.h"
+#include "NamedImages.h"
+#include "Version.h"
+#include "ui_AboutBox.h"
+#include "ui_Calculator.h"
+
+namespace vantrel {
+
+StandaloneCalcController::StandaloneCalcController(QObject* parent)
+    : QObject(parent), m_openUrl([](const QUrl& url) { return QDesktopServices::openUrl(url); }) {}
+
+StandaloneCalcController::~StandaloneCalcController() {
+    delete m_aboutBox;
+}
+
+void StandaloneCalcController::awakeFromNib() {
+    m_aboutBox = new QDialog;
+    Ui::AboutBox layout;
+    layout.setupUi(m_aboutBox);
+    layout.iconLabel->setPixmap(QApplication::windowIcon().pixmap(64, 64));
+    m_versionText = layout.versionText;
+    m_versionText->setText(
+        QStringLiteral("Version %1 (%2)")
+            .arg(QString::fromUtf8(kShortVersion), QString::fromUtf8(kBuildVersion)));
+}
+
+void StandaloneCalcController::initialize() {
+    m_calcController = std::make_unique<TSCController>();
+    m_calcController->setUrlOpener(m_openUrl);
+    QMainWindow* window = m_calcController->calcWindow();
+    buildMenuBar(window->menuBar());
+    window->resize(window->width(), static_cast<int>(TSCController::kCollapsedHeight));
+    m_calcController->initialize();
+    m_calcController->setPasteButtonHidden(true);
+    showCalcWindow(nullptr);
+    m_calcController->setDisplayModeMenu(m_displayModeMenu);
+    m_calcController->setDisplayFrameRateMenu(m_displayFrameRateMenu);
+    m_calcController->setDisplayCalcModeMenu(m_displayCalculationModeMenu);
+    addTrayIcon();
+}
+
+void StandaloneCalcController::setUrlOpener(TSCController::UrlOpener opener) {
+    m_openUrl = std::move(opener);
+    if (m_calcController) m_calcController->setUrlOpener(m_openUrl);
+}
+
+QAction* StandaloneCalcController::addCommand(QMenu* menu, const QString& title,
+                                              const QKeySequence& shortcut, Command command) {
+    QAction* item = menu->addAction(title);
+    item->setShortcut(shortcut);
+    connect(item, &QAction::triggered, this, [this, item, command] { (this->*command)(item); });
+    return item;
+}
+
+// A menu whose items each carry the value they select as their tag, checked like radio buttons.
+QMenu* StandaloneCalcController::addTaggedMenu(
+    QMenuBar* menuBar, const QString& title, Command command,
+    const std::vector<std::tuple<QString, QKeySequence, int>>& items) {
+    QMenu* menu = menuBar->addMenu(title);
+    for (const auto& [itemTitle, shortcut, tag] : items) {
+        if (itemTitle.isEmpty()) {
+            menu->addSeparator();
+            continue;
+        }
+        QAction* item = addCommand(menu, itemTitle, shortcut, command);
+        item->setProperty("tag", tag);
+        item->setCheckable(true);
+    }
+    return menu;
+}
+
+void StandaloneCalcController::buildMenuBar(QMenuBar* menuBar) {
+    QMenu* file = menuBar->addMenu(tr("&File"));
+    addCommand(file, tr("&Save Log…"), QKeySequence::Save, &StandaloneCalcController::saveLogFile);
+    addCommand(file, tr("C&lear Log"), QKeySequence(tr("Ctrl+K")),
+               &StandaloneCalcController::clearLogFile);
+    file->addSeparator();
+    QAction* close = file->addAction(tr("&Close Window"));
+    close->setShortcut(QKeySequence::Close);
+    connect(close, &QAction::triggered, this, [this] { m_calcController->calcWindow()->close(); });
+    QAction* quit = file->addAction(tr("&Quit"));
+    quit->setShortcut(QKeySequence(tr("Ctrl+Q")));
+    connect(quit, &QAction::triggered, qApp, &QApplication::quit);
+
+    m_displayModeMenu =
+        addTaggedMenu(menuBar, tr("&Display"), &StandaloneCalcController::changeDisplayMode,
+                      {{tr("&Time"), QKeySequence(tr("Ctrl+1")), DisplayStateTime},
+                       {tr("&Frame Number"), QKeySequence(tr("Ctrl+2")), DisplayStateNumber},
+                       {tr("&Disk Space"), QKeySequence(tr("Ctrl+3")), DisplayStateDiskSpace},
+                       {tr("F&ilm Length"), QKeySequence(tr("Ctrl+4")), DisplayStateFilmLength}});
+    m_displayModeMenu->addSeparator();
+    addCommand(m_displayModeMenu, tr("Show or Hide the &Log"), QKeySequence(tr("Ctrl+L")),
+               &StandaloneCalcController::toggleResultLog);
+    QAction* history = m_displayModeMenu->addAction(tr("&Recent Expressions"));
+    history->setShortcut(QKeySequence(tr("Ctrl+R")));
+    connect(history, &QAction::triggered, this,
+            [this] { m_calcController->showMenu(m_calcController->ui().historyButton); });
+    addCommand(m_displayModeMenu, tr("Show &Calculator"), QKeySequence(tr("Ctrl+0")),
+               &StandaloneCalcController::showCalcWindow);
+
+    m_displayFrameRateMenu = addTaggedMenu(
+        menuBar, tr("&Rate"), &StandaloneCalcController::changeDisplayFrameRate,
+        {{tr("23.976 Drop Frame (23d)"), QKeySequence(tr("Alt+1")), DisplayState23drop},
+         {tr("24"), QKeySequence(tr("Alt+2")), DisplayState24fps},
+         {tr("25"), QKeySequence(tr("Alt+3")), DisplayState25fps},
+         {tr("29.97 Drop Frame (29d)"), QKeySequence(tr("Alt+4")), DisplayState29drop},
+         {tr("30"), QKeySequence(tr("Alt+5")), DisplayState30fps},
+         {QString(), QKeySequence(), -1},
+         {tr("23.976 (23n)"), QKeySequence(tr("Alt+6")), DisplayState23nondrop},
+         {tr("29.97 (29n)"), QKeySequence(tr("Alt+7")), DisplayState29nondrop}});
+
+    m_displayCalculationModeMenu =
+        addTaggedMenu(menuBar, tr("&Mode"), &StandaloneCalcController::changeDisplayCalcMode,
+                      {{tr("PT: Suffixes as &Time"), QKeySequence(tr("Ctrl+T")), 1},
+                       {tr("PF: Suffixes as &Frames"), QKeySequence(tr("Ctrl+F")), 0}});
+
+    // Until the first change the menus show the start-up choices: time, 24 fps, PT.
+    for (QMenu* menu : {m_displayModeMenu.data(), m_displayFrameRateMenu.data(),
+                        m_displayCalculationModeMenu.data()}) {
+        const int startTag = menu == m_displayCalculationModeMenu ? 1 : 0;
+        for (QAction* item : menu->actions()) {
+            if (item->isCheckable()) item->setChecked(item->property("tag").toInt() == startTag);
+        }
+    }
+
+    QMenu* help = menuBar->addMenu(tr("&Help"));
+    addCommand(help, tr("Vantrel &Help"), QKeySequence::HelpContents,
+               &StandaloneCalcController::showHelpInWebBrowser);
+    QAction* expressions = help->addAction(tr("&Expression Help"));
+    expressions->setShortcut(QKeySequence(tr("Shift+F1")));
+    connect(expressions, &QAction::triggered, this,
+            [this, expressions] { m_calcController->openExpressionHelp(expressions); });
+    addCommand(help, tr("Glessik &Website"), QKeySequence(),
+               &StandaloneCalcController::visitHomepage);
+    help->addSeparator();
+    addCommand(help, tr("&About Vantrel"), QKeySequence(), &StandaloneCalcController::showAboutBox);
+}
+
+void StandaloneCalcController::addTrayIcon() {
+    if (!QSystemTrayIcon::isSystemTrayAvailable()) return;
+    m_trayIcon = new QSystemTrayIcon(QApplication::windowIcon(), this);
+    m_trayIcon->setToolTip(tr("Vantrel"));
+    auto* menu = new QMenu;
+    connect(m_trayIcon, &QObject::destroyed, menu, &QObject::deleteLater);
+    QAction* show = menu->addAction(tr("Show Vantrel"));
+    connect(show, &QAction::triggered, this, [this] { showCalcWindow(nullptr); });
+    QAction* quit = menu->addAction(tr("Quit"));
+    connect(quit, &QAction::triggered, qApp, &QApplication::quit);
+    m_trayIcon->setContextMenu(menu);
+    connect(m_trayIcon, &QSystemTrayIcon::activated, this,
+            [this](QSystemTrayIcon::ActivationReason reason) {
+                if (reason == QSystemTrayIcon::Trigger) showCalcWindow(nullptr);
+            });
+    m_trayIcon->show();
+}
+
+void StandaloneCalcController::applicationDidBecomeActive() {
+    showCalcWindow(nullptr);
+}
+
+void StandaloneCalcController::showCalcWindow(QObject*) {
+    QMainWindow* window = m_calcController->calcWindow();
+    window->show();
+    window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
+    window->raise();
+    window->activateWindow();
+}
+
+void StandaloneCalcController::changeDisplayMode(QObject* sender) {
+    m_calcController->changeDisplayMode(sender);
+}
+
+void StandaloneCalcController::changeDisplayFrameRate(QObject* sender) {
+    m_calcController->changeDisplayFrameRate(sender);
+}
+
+void StandaloneCalcController::changeDisplayCalcMode(QObject* sender) {
+    m_calcController->toggleCalcMode(sender);
+}
+
+void StandaloneCalcController::toggleResultLog(QObject* sender) {
+    m_calcController->changeWindow(sender);
+}
+
+void StandaloneCalcController::saveLogFile(QObject* sender) {
+    m_calcController->saveLogFile(sender);
+}
+
+void StandaloneCalcController::clearLogFile(QObject* sender) {
+    m_calcController->clearLog(sender);
+}
+
+void StandaloneCalcController::showAboutBox(QObject*) {
+    m_aboutBox->show();
+    m_aboutBox->raise();
+    m_aboutBox->activateWindow();
+}
+
+void StandaloneCalcController::showHelpInWebBrowser(QObject*) {
+    const auto page = helpPageUrl();
+    if (!page || !m_openUrl(*page)) QApplication::beep();
+}
+
+void StandaloneCalcController::visitHomepage(QObject*) {
+    if (!m_openUrl(QUrl(QString::fromLatin1(kHomepage)))) QApplication::beep();
+}
+
+}  // namespace vantrel

@@ -1,0 +1,174 @@
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QDir>
+#include <QFile>
+#include <QMainWindow>
+#include <QRegularExpression>
+#include <QSettings>
+#include <QTemporaryDir>
+#include <QTest>
+#include <memory>
+
+#include "HelpPage.h"
+#include "StandaloneCalcController.h"
+#include "TestRows.h"
+#include "ui_Calculator.h"
+
+namespace {
+
+using vantrel::StandaloneCalcController;
+using vantrel::TSCController;
+
+class Delegate : public testing::Test {
+protected:
+    void SetUp() override {
+        QSettings(QStringLiteral("Glessik"), QStringLiteral("Vantrel")).clear();
+        delegate = std::make_unique<StandaloneCalcController>();
+        delegate->setUrlOpener([this](const QUrl& url) {
+            openedUrls << url;
+            return true;
+        });
+        delegate->awakeFromNib();
+        delegate->initialize();
+    }
+
+    TSCController& calc() { return *delegate->calcController(); }
+
+    // The menu-bar item with this title, as the user would pick it.
+    QAction* menuItem(const QString& title) {
+        const auto items = calc().calcWindow()->menuBar()->findChildren<QAction*>();
+        for (QAction* item : items) {
+            if (item->text().remove(QLatin1Char('&')) == title) return item;
+        }
+        ADD_FAILURE() << "no menu item " << title.toStdString();
+        return nullptr;
+    }
+
+    std::unique_ptr<StandaloneCalcController> delegate;
+    QList<QUrl> openedUrls;
+};
+
+TEST_F(Delegate, StartsTheCalculatorCollapsedAndShown) {
+    EXPECT_TRUE(calc().calcWindow()->isVisible());
+    EXPECT_EQ(calc().calcWindow()->height(), 252);
+    EXPECT_TRUE(calc().ui().pasteButton->isHidden());
+    EXPECT_EQ(calc().displayModeMenu(), delegate->displayModeMenu());
+    EXPECT_EQ(calc().displayFrameRateMenu(), delegate->displayFrameRateMenu());
+    EXPECT_EQ(calc().displayCalcModeMenu(), delegate->displayCalculationModeMenu());
+}
+
+TEST_F(Delegate, VersionLineNamesShortAndBuildVersion) {
+    const QRegularExpression line(QStringLiteral("^Version \\d+\\.\\d+\\.\\d+ \\(\\d+\\)$"));
+    EXPECT_TRUE(line.match(delegate->versionText()->text()).hasMatch())
+        << delegate->versionText()->text().toStdString();
+    EXPECT_TRUE(delegate->versionText()->text().startsWith(QStringLiteral("Version 0.1.0 (")));
+}
+
+struct CommandRow {
+    const char* name;
+    const char* title;
+    int displayState;
+    int frameRate;
+    bool ptMode;
+};
+
+class MenuCommands : public Delegate, public testing::WithParamInterface<CommandRow> {};
+
+TEST_P(MenuCommands, ReachTheCalculator) {
+    menuItem(QString::fromUtf8(GetParam().title))->trigger();
+    EXPECT_EQ(calc().displayButtonState(), GetParam().displayState);
+    EXPECT_EQ(calc().displayFrameRateState(), GetParam().frameRate);
+    EXPECT_EQ(calc().calculator().fps(), GetParam().frameRate);
+    EXPECT_EQ(calc().displayCalcModeTime(), GetParam().ptMode);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Forwarding, MenuCommands,
+    testing::Values(CommandRow{"number", "Frame Number", 1, 0, true},
+                    CommandRow{"disk_space", "Disk Space", -2, 0, true},
+                    CommandRow{"film_length", "Film Length", -1, 0, true},
+                    CommandRow{"time", "Time", 0, 0, true},
+                    CommandRow{"rate_23d", "23.976 Drop Frame (23d)", 0, 3, true},
+                    CommandRow{"rate_25", "25", 0, 1, true},
+                    CommandRow{"rate_29d", "29.97 Drop Frame (29d)", 0, 4, true},
+                    CommandRow{"rate_30", "30", 0, 2, true},
+                    CommandRow{"rate_23n", "23.976 (23n)", 0, 5, true},
+                    CommandRow{"rate_29n", "29.97 (29n)", 0, 6, true},
+                    CommandRow{"mode_pf", "PF: Suffixes as Frames", 0, 0, false}),
+    rowName<CommandRow>);
+
+TEST_F(Delegate, LogCommandsActEvenWithTheWindowClosed) {
+    QTest::keyClicks(calc().ui().inputField, QStringLiteral("1+2"));
+    QTest::keyClick(calc().ui().inputField, Qt::Key_Return);
+    calc().calcWindow()->close();
+    menuItem(QStringLiteral("Clear Log"))->trigger();
+    EXPECT_EQ(calc().ui().calcLog->toPlainText(), QString());
+    delegate->applicationDidBecomeActive();
+    EXPECT_TRUE(calc().calcWindow()->isVisible());
+    EXPECT_EQ(calc().ui().inputField->text(), QStringLiteral("1+2"));
+}
+
+TEST_F(Delegate, ToggleResultLogOpensAndClosesTheLog) {
+    menuItem(QStringLiteral("Show or Hide the Log"))->trigger();
+    EXPECT_TRUE(calc().logExpanded());
+    QTest::qWait(400);
+    menuItem(QStringLiteral("Show or Hide the Log"))->trigger();
+    EXPECT_FALSE(calc().logExpanded());
+}
+
+TEST_F(Delegate, AboutBoxAndPagesOpen) {
+    menuItem(QStringLiteral("About Vantrel"))->trigger();
+    EXPECT_TRUE(delegate->aboutBox()->isVisible());
+    menuItem(QStringLiteral("Glessik Website"))->trigger();
+    menuItem(QStringLiteral("Vantrel Help"))->trigger();
+    menuItem(QStringLiteral("Expression Help"))->trigger();
+    ASSERT_EQ(openedUrls.size(), 3);
+    EXPECT_EQ(openedUrls[0], QUrl(QString::fromLatin1(StandaloneCalcController::kHomepage)));
+    EXPECT_TRUE(openedUrls[1].toLocalFile().endsWith(
+        QStringLiteral("Glessik Vantrel Help/Vantrel Help.html")));
+    EXPECT_EQ(openedUrls[1].fragment(), QString());
+    EXPECT_EQ(openedUrls[2].fragment(), QStringLiteral("expressions"));
+    EXPECT_TRUE(QFile::exists(openedUrls[2].toLocalFile()));
+}
+
+TEST_F(Delegate, EveryMenuCommandHasAShortcutOrIsInTheHelpMenu) {
+    const auto items = calc().calcWindow()->menuBar()->findChildren<QAction*>();
+    for (QAction* item : items) {
+        if (item->isSeparator() || item->menu() || item->text().isEmpty()) continue;
+        const bool helpMenuLink = item->text().contains(QStringLiteral("Website")) ||
+                                  item->text().contains(QStringLiteral("About"));
+        EXPECT_TRUE(!item->shortcut().isEmpty() || helpMenuLink) << item->text().toStdString();
+    }
+}
+
+struct HelpPathRow {
+    const char* name;
+    const char* pageFolder;  // relative to the prefix, or empty for no page
+    bool found;
+};
+
+class HelpPath : public testing::TestWithParam<HelpPathRow> {};
+
+TEST_P(HelpPath, IsFoundBesideTheProgram) {
+    QTemporaryDir prefix;
+    QDir(prefix.path()).mkpath(QStringLiteral("bin"));
+    const QString folder = QString::fromUtf8(GetParam().pageFolder);
+    if (!folder.isEmpty()) {
+        const QString pageDir = prefix.filePath(folder + QStringLiteral("/Glessik Vantrel Help"));
+        QDir().mkpath(pageDir);
+        QFile page(pageDir + QStringLiteral("/Vantrel Help.html"));
+        ASSERT_TRUE(page.open(QIODevice::WriteOnly));
+    }
+    const auto path = vantrel::helpPagePath(prefix.filePath(QStringLiteral("bin")));
+    EXPECT_EQ(path.has_value(), GetParam().found);
+}
+
+INSTANTIATE_TEST_SUITE_P(Locations, HelpPath,
+                         testing::Values(HelpPathRow{"installed", "share/vantrel", true},
+                                         HelpPathRow{"build_tree", "resources", true},
+                                         HelpPathRow{"missing", "", false},
+                                         HelpPathRow{"elsewhere", "share/other", false}),
+                         rowName<HelpPathRow>);
+
+}  // namespace
