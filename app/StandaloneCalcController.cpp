@@ -28,7 +28,7 @@ void StandaloneCalcController::awakeFromNib() {
     m_aboutBox = new QDialog;
     Ui::AboutBox layout;
     layout.setupUi(m_aboutBox);
-    layout.iconLabel->setPixmap(QApplication::windowIcon().pixmap(64, 64));
+    m_iconLabel = layout.iconLabel;
     m_versionText = layout.versionText;
     m_versionText->setText(
         QStringLiteral("Version %1 (%2)")
@@ -202,6 +202,10 @@ void StandaloneCalcController::clearLogFile(QObject* sender) {
 }
 
 void StandaloneCalcController::showAboutBox(QObject*) {
+    // Drawn on first showing: rendering the icon would otherwise lengthen every start.
+    if (m_iconLabel->pixmap().isNull()) {
+        m_iconLabel->setPixmap(QApplication::windowIcon().pixmap(64, 64));
+    }
     m_aboutBox->show();
     m_aboutBox->raise();
     m_aboutBox->activateWindow();

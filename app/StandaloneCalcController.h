@@ -5,14 +5,13 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QObject>
-#include <QSystemTrayIcon>
 #include <QPointer>
+#include <QSystemTrayIcon>
 #include <QUrl>
 #include <functional>
 #include <memory>
 
 #include "TSCController.h"
-
 
 namespace vantrel {
 
@@ -72,6 +71,7 @@ private:
     std::unique_ptr<TSCController> m_calcController;
     QPointer<QDialog> m_aboutBox;
     QPointer<QLabel> m_versionText;
+    QPointer<QLabel> m_iconLabel;
     QPointer<QMenu> m_displayModeMenu;
     QPointer<QMenu> m_displayFrameRateMenu;
     QPointer<QMenu> m_displayCalculationModeMenu;

@@ -79,6 +79,7 @@ void TSCController::loadWindow() {
     connectWidgets();
 
     m_ui->historyButton->setIcon(namedImage(QStringLiteral("HistoryButton")));
+    m_ui->resetButton->setShortcut(QKeySequence(Qt::Key_Escape));
     showLogPictures(false);
     setLogButtonsEnabled(false);
     showDisplayStateViews();

@@ -1,6 +1,8 @@
+#include <QApplication>
 #include <QSignalSpy>
 #include <QTextBlock>
 #include <QTextLayout>
+#include <QWindow>
 
 #include "ControllerFixture.h"
 
@@ -133,6 +135,19 @@ TEST_F(Entry, ResetClearsInputResultsAndLog) {
     EXPECT_FALSE(ui().resetButton->isEnabled());
     EXPECT_TRUE(calc.isClean());
     EXPECT_EQ(calc.lines(), 0);
+}
+
+TEST_F(Entry, EscapeResetsFromTheKeyboard) {
+    auto& calc = start();
+    QApplication::setActiveWindow(calc.calcWindow());
+    ASSERT_TRUE(QTest::qWaitForWindowActive(calc.calcWindow()));
+    type("1+2");
+    pressReturn();
+    // Through the window, as the keyboard delivers it, so the window's shortcuts apply.
+    QTest::keyClick(calc.calcWindow()->windowHandle(), Qt::Key_Escape);
+    QTest::qWait(250);  // a shortcut shows the button pressed for a moment before it acts
+    EXPECT_EQ(ui().inputField->text(), "");
+    EXPECT_EQ(log(), "");
 }
 
 TEST_F(Entry, LogLinesGoAfterTheUsersOwnEdits) {
