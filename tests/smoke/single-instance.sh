@@ -7,22 +7,9 @@ set -euo pipefail
 
 binary=$1
 
-if [ -z "${VANTREL_SMOKE_DISPLAY:-}" ]; then
-    export VANTREL_SMOKE_DISPLAY=1
-    exec xvfb-run -a -s "-screen 0 1024x768x24" "$0" "$@"
-fi
-
-work=$(mktemp -d)
-trap 'kill "$first" 2>/dev/null || true; rm -rf "$work"' EXIT
-export XDG_CONFIG_HOME=$work/config
-# A socket name of its own, so a calculator the user runs meanwhile is not disturbed.
-export USER="vantrel-smoke-$$"
-
-"$binary" &
-first=$!
-window=$(timeout 20 xdotool search --sync --onlyvisible --name '^Vantrel$' | head -n 1)
-[ -n "$window" ] || { echo "the calculator window did not appear" >&2; exit 1; }
-xdotool mousemove --window "$window" 200 120
+source "$(dirname "$0")/calculator-session.sh"
+start_calculator "$binary"
+first=$pid
 xdotool type --delay 20 '1+2'
 
 timeout 10 "$binary" || { echo "the second start did not end by itself" >&2; exit 1; }

@@ -10,36 +10,23 @@ set -euo pipefail
 binary=$1
 screenshot=$2
 
-if [ -z "${VANTREL_SMOKE_DISPLAY:-}" ]; then
-    export VANTREL_SMOKE_DISPLAY=1
-    exec xvfb-run -a -s "-screen 0 1024x768x24" "$0" "$@"
-fi
+source "$(dirname "$0")/calculator-session.sh"
+start_calculator "$binary"
 
-work=$(mktemp -d)
-trap 'kill "$pid" 2>/dev/null || true; rm -rf "$work"' EXIT
-export XDG_CONFIG_HOME=$work/config
-# A socket name of its own, so a calculator the user runs meanwhile is not disturbed.
-export USER="vantrel-smoke-$$"
-
-"$binary" &
-pid=$!
-
-window=$(timeout 20 xdotool search --sync --onlyvisible --name '^Vantrel$' | head -n 1)
-[ -n "$window" ] || { echo "the calculator window did not appear" >&2; exit 1; }
-
-# Without a window manager the keyboard follows the pointer: rest it on the window.
-xdotool mousemove --window "$window" 200 120
-sleep 0.3
 xdotool type --delay 20 '01:00:00.00|25*2'
 xdotool key Return
 sleep 0.6
 xdotool key ctrl+2
 sleep 0.3
 xdotool key ctrl+s
-sleep 1.5
+dialog=$(timeout 20 xdotool search --sync --onlyvisible --name '^Save Log$' | head -n 1)
+[ -n "$dialog" ] || { echo "the save dialog did not appear" >&2; exit 1; }
+xdotool mousemove --window "$dialog" 100 60
+sleep 0.3
 xdotool type --delay 10 "$work/session"
 xdotool key Return
-sleep 1
+# The machine may be busy: give the write up to ten seconds.
+for _ in $(seq 1 100); do [ -s "$work/session.txt" ] && break; sleep 0.1; done
 xwd -root -silent -out "$screenshot"
 
 kill -0 "$pid" || { echo "the calculator is no longer running" >&2; exit 1; }
