@@ -12,6 +12,9 @@ namespace {
 constexpr std::string_view kLongExpression =
     "(01:00:10.12|25 + 00:42:17.03|29d) * 2 - 0123|23n + 00:10:00.00 / 4";
 
+// One piece of a long expression; pieces are joined by " + ".
+constexpr std::string_view kLongPiece = "01:00:10.12|25 + (00:00:05.00 * 2 - 0123) + 125|25 / 4";
+
 std::vector<std::string> prefixesOf(std::string_view text) {
     std::vector<std::string> prefixes;
     for (std::size_t length = 1; length <= text.size(); ++length) {
@@ -58,6 +61,16 @@ const std::vector<std::string>& editorExpressions() {
 const std::vector<std::string>& typingPrefixes() {
     static const std::vector<std::string> prefixes = prefixesOf(kLongExpression);
     return prefixes;
+}
+
+std::string longExpression(std::size_t length, Closing closing) {
+    std::string text = closing == Closing::Unclosed ? "(" : "";
+    text.append(kLongPiece);
+    while (text.size() + 3 + kLongPiece.size() <= length) {
+        text.append(" + ");
+        text.append(kLongPiece);
+    }
+    return text;
 }
 
 std::string nestedExpression(int depth, Closing closing) {

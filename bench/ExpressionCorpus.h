@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -19,5 +20,10 @@ enum class Closing { Closed, Unclosed };
 
 /// "1+(" repeated depth times, then "1", then, when closed, ")" repeated depth times.
 std::string nestedExpression(int depth, Closing closing);
+
+/// A long expression of about `length` characters: sums, products and divisions of timestamps,
+/// short forms, frame counts and numbers, with parentheses one level deep. Unclosed, it starts
+/// with a parenthesis that is never closed, as while the user is still typing.
+std::string longExpression(std::size_t length, Closing closing);
 
 }  // namespace vantrel::bench

@@ -6,7 +6,9 @@
 //        ──narrowed to float, cached──▶ result text for the display mode ("01:00:00.00", "∞")
 //
 // The grammar (Grammar.h) decides what is accepted and how it breaks into operands and
-// operations; its history captures form a tree whose postfix walk is the computation. Each
+// operations; its history captures form a tree whose postfix walk is the computation. The grammar
+// matcher (GrammarMatcher.h) reads the grammar text and finds the same match and tree as Oniguruma
+// would, in polynomial time, so no depth of parentheses makes a keystroke slow. Each
 // timestamp leaf is read into a real frame count at the current frame-rate code, in one of two
 // readings of rate suffixes: PT (a suffixed timestamp is a span of real time) and PF (it is a
 // count of frames). Every expression is evaluated in both. Eager evaluation accepts only a text

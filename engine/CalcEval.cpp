@@ -7,6 +7,8 @@
 #include <utility>
 
 #include "Calc.h"
+#include "FloatNarrowing.h"
+#include "GrammarMatcher.h"
 #include "NumberText.h"
 
 namespace vantrel {
@@ -38,15 +40,6 @@ constexpr double kLazyNumberBound = 9999999999.0;
 constexpr float kFilmUpperBound = 52000000.0f;
 constexpr float kFilmLowerBound = -5200004.0f;
 constexpr double kMetresPerFrame = 0.01923075;
-
-// Narrowing a double beyond the float range is undefined behaviour in C++, so such values become
-// infinities here, as IEEE rounding would make them; either way they lie past every bound.
-float narrowed(double value) {
-    constexpr double largest = std::numeric_limits<float>::max();
-    if (value > largest) return std::numeric_limits<float>::infinity();
-    if (value < -largest) return -std::numeric_limits<float>::infinity();
-    return static_cast<float>(value);
-}
 
 }  // namespace
 
@@ -124,10 +117,10 @@ void Calc::reduce_zm2(const Capture&) {
 
 std::optional<double> Calc::evalToFrames(std::string_view expression, Flavour flavour,
                                          Extent extent) {
-    const Regex& pattern = grammar(flavour);
+    const GrammarMatcher& matcher = grammarMatcher(flavour);
     // A whole-text match must start at 0, so trying only there finds what a search would.
     const auto match =
-        extent == Extent::WholeText ? pattern.matchAtStart(expression) : pattern.search(expression);
+        extent == Extent::WholeText ? matcher.matchAtStart(expression) : matcher.search(expression);
     if (!match) return std::nullopt;
     if (extent == Extent::WholeText && match->range().length != expression.size()) {
         return std::nullopt;
@@ -164,7 +157,7 @@ std::optional<std::string> Calc::evalToText(std::string_view expression, Flavour
                                             Extent extent, int displayMode) {
     const auto frames = evalToFrames(expression, flavour, extent);
     if (!frames) return std::nullopt;
-    const float value = narrowed(*frames);
+    const float value = narrowedToFloat(*frames);
     (flavour == Flavour::PT ? m_cachedResultPT : m_cachedResultPF) = value;
     return resultText(value, displayMode, extent);
 }
@@ -207,7 +200,7 @@ std::vector<ColouredSpan> Calc::colorizeLazyEvaluatedString(std::string_view inp
         if (!text.empty()) spans.push_back({std::string(text), colour});
     };
     // Both grammar copies match the same part of any text; they differ only in group names.
-    const auto match = grammar(Flavour::PT).search(input);
+    const auto match = grammarMatcher(Flavour::PT).search(input);
     if (!match) {
         addSpan(input, SpanColour::Red);
         return spans;

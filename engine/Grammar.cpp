@@ -1,5 +1,6 @@
 #include "Grammar.h"
 
+#include "GrammarMatcher.h"
 #include "Regex.h"
 
 namespace vantrel {
@@ -25,6 +26,12 @@ std::string grammarText(Flavour flavour) {
 const Regex& grammar(Flavour flavour) {
     static const Regex pt(grammarText(Flavour::PT));
     static const Regex pf(grammarText(Flavour::PF));
+    return flavour == Flavour::PT ? pt : pf;
+}
+
+const GrammarMatcher& grammarMatcher(Flavour flavour) {
+    static const GrammarMatcher pt(grammarText(Flavour::PT));
+    static const GrammarMatcher pf(grammarText(Flavour::PF));
     return flavour == Flavour::PT ? pt : pf;
 }
 

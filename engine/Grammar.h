@@ -5,6 +5,7 @@
 
 namespace vantrel {
 
+class GrammarMatcher;
 class Regex;
 
 /// The expression language, as a Ruby-syntax pattern with subexpression calls and capture history.
@@ -22,7 +23,11 @@ enum class Flavour { PT, PF };
 /// The grammar text of a flavour.
 std::string grammarText(Flavour flavour);
 
-/// The grammar of a flavour, compiled once for the whole process.
+/// The grammar of a flavour compiled by Oniguruma, once for the whole process. The engine matches
+/// with grammarMatcher(); this one is the reference that the tests compare it with.
 const Regex& grammar(Flavour flavour);
+
+/// The grammar of a flavour read by the grammar matcher, once for the whole process.
+const GrammarMatcher& grammarMatcher(Flavour flavour);
 
 }  // namespace vantrel

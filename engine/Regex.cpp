@@ -158,8 +158,8 @@ std::string_view Regex::groupName(int group) const {
     return index < m_groupNames.size() ? std::string_view(m_groupNames[index]) : std::string_view();
 }
 
-std::optional<RegexMatch> Regex::find(std::string_view text, std::size_t from,
-                                      bool anchored) const {
+std::optional<RegexMatch> Regex::find(std::string_view text, std::size_t from, bool anchored,
+                                      bool* stoppedByBound) const {
     RegexMatch match(*this, text);
     const auto param = boundedMatchParam();
     const OnigUChar* begin = bytes(text);
@@ -171,6 +171,10 @@ std::optional<RegexMatch> Regex::find(std::string_view text, std::size_t from,
                                                    ONIG_OPTION_NONE, param.get())
                            : onig_search_with_param(m_regex, begin, end, start, end, match.m_region,
                                                     ONIG_OPTION_NONE, param.get());
+    if (stoppedByBound) {
+        *stoppedByBound = status == ONIGERR_RETRY_LIMIT_IN_MATCH_OVER ||
+                          status == ONIGERR_RETRY_LIMIT_IN_SEARCH_OVER;
+    }
     if (status < 0) return std::nullopt;
     return match;
 }
@@ -181,6 +185,14 @@ std::optional<RegexMatch> Regex::search(std::string_view text) const {
 
 std::optional<RegexMatch> Regex::matchAtStart(std::string_view text) const {
     return find(text, 0, true);
+}
+
+std::optional<RegexMatch> Regex::search(std::string_view text, bool& stoppedByBound) const {
+    return find(text, 0, false, &stoppedByBound);
+}
+
+std::optional<RegexMatch> Regex::matchAtStart(std::string_view text, bool& stoppedByBound) const {
+    return find(text, 0, true, &stoppedByBound);
 }
 
 void Regex::forEachMatch(std::string_view text,

@@ -68,8 +68,9 @@ private:
 ///
 /// Every search is bounded: past a fixed number of backtracking steps it gives up and reports no
 /// match, so no input can make a keystroke hang. Below the bound the grammar matches exactly as
-/// without it: plain shapes up to nine levels of parentheses, the costliest known up to five. The text is searched byte by byte: the patterns speak ASCII only, so invalid UTF-8
-/// is harmless and every match starts and ends on a character boundary.
+/// without it: plain shapes up to nine levels of parentheses, the costliest known up to five. The
+/// text is searched byte by byte: the patterns speak ASCII only, so invalid UTF-8 is harmless and
+/// every match starts and ends on a character boundary.
 class Regex {
 public:
     /// Backtracking steps allowed for one search; see kMaxBacktrackingSteps in Regex.cpp.
@@ -85,6 +86,10 @@ public:
     std::optional<RegexMatch> search(std::string_view text) const;
     /// The match that starts at position 0, if any: what search() finds when it finds it there.
     std::optional<RegexMatch> matchAtStart(std::string_view text) const;
+    /// As search() and matchAtStart(), also telling whether the effort bound cut the search short,
+    /// in which case there is no match although one may exist.
+    std::optional<RegexMatch> search(std::string_view text, bool& stoppedByBound) const;
+    std::optional<RegexMatch> matchAtStart(std::string_view text, bool& stoppedByBound) const;
     /// Calls back with each match, left to right and without overlap.
     void forEachMatch(std::string_view text,
                       const std::function<void(const RegexMatch&)>& callback) const;
@@ -95,7 +100,8 @@ public:
     std::string_view groupName(int group) const;
 
 private:
-    std::optional<RegexMatch> find(std::string_view text, std::size_t from, bool anchored) const;
+    std::optional<RegexMatch> find(std::string_view text, std::size_t from, bool anchored,
+                                   bool* stoppedByBound = nullptr) const;
 
     re_pattern_buffer* m_regex = nullptr;
     std::vector<std::string> m_groupNames;

@@ -1,0 +1,638 @@
+#include "EndStreams.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstring>
+#include <memory>
+#include <new>
+#include <stdexcept>
+#include <type_traits>
+
+// Why the first end of the root, from the first start position that has one, is exactly the match
+// and capture history that Oniguruma's backtracking finds.
+//
+// A backtracking matcher that reaches a part P at position p, with the continuation K (everything
+// after P up to the end of the pattern, the returns from the calls in progress included), tries the
+// ways of matching P from p one after another, in an order fixed by P and p alone: alternatives as
+// written; for a sequence A B each way through A in A's order, and for each of them each way
+// through B from where it ended; for a greedy repetition one more round before stopping, the
+// rounds given back one at a time; for a call, the ways through the definition's body, which are
+// re-entered on backtracking like any other part. After each way it runs K from the way's end, and
+// the first way after which K succeeds is the one the match uses.
+//
+// Whether K succeeds after a way depends only on where the way ended, because nothing in the
+// grammar looks back at what was captured: there are no back-references, no conditions on groups,
+// no look-around, no atomic or possessive parts (those would cut P's order short depending on K),
+// and no repetition of a part that can match the empty text (Oniguruma stops such a repetition by
+// a check that also compares captures). GrammarPattern refuses all of these. So if two ways
+// through P end at the same position, K is run after the second only when it already failed after
+// the first, from the same place, and fails again: the second way is never used and everything
+// tried after it is tried in vain. Dropping every way whose end an earlier way already reached
+// therefore changes nothing. What is left for P at p is the list of its distinct ends in the order
+// they are first reached, each with the first way there, and the match is the first end on the
+// list from which K succeeds.
+//
+// Such lists compose: the list of A B from p runs through A's list and, for each end a, through
+// B's list from a, dropping ends already on the list (a later way through A to an end that an
+// earlier one reached adds only ends the earlier one added before it); a choice chains its
+// alternatives' lists; a greedy repetition from p is, for each end q of its body, its own list
+// from q, and p last. A call's list is its definition's list, whichever part called it and whatever
+// calls are in progress, so a definition's list from a position is worked out once however often,
+// and from however deep a nesting, it is called: that is what keeps the work polynomial where
+// backtracking triples with every level of parentheses. The root has no continuation, so its
+// first end is the match. A `{0}` definition matches the empty text where it stands and is only
+// reached through calls; GrammarPattern leaves it out of the sequence it stands in.
+//
+// The capture history Oniguruma returns is built from the history-group starts still on its
+// backtracking stack when the match succeeds, that is, the history groups entered along the way
+// that matched, each a child of the innermost one open when it began, calls included. Each end
+// here keeps its way as a derivation: history captures nest their inner derivation, so the tree,
+// its order and its levels are read off the derivation of the root's first end. A capture made
+// inside a called definition nests under the history capture open at the call, and its level is
+// its depth in the tree, one more for each history capture around it however many calls lie in
+// between. Oniguruma records history only for group numbers up to 31; GrammarPattern drops the
+// history of groups beyond, as Oniguruma does.
+//
+// Two shortcuts only leave out ways that fail at once: a part that cannot begin with the character
+// at p (and cannot match the empty text) has an empty list, and a run followed by a part that
+// cannot begin with any of the run's characters keeps only its longest end.
+//
+// Lists are filled lazily: an end is worked out only when a waiting part asks for it, so a part
+// whose first end already lets the match go on never has its other ends computed. The waiting is
+// kept on an explicit stack instead of the call stack, so thousands of nested parentheses cannot
+// overflow it.
+
+namespace vantrel {
+
+using Kind = PatternNode::Kind;
+
+namespace {
+
+// Below this many ends a stream looks for a duplicate by scanning its list; beyond, it keeps a
+// bit per position.
+constexpr std::uint32_t kScanLimit = 16;
+// Group number 0 is the root, which is never a derivation node: it marks a concatenation.
+constexpr std::uint32_t kConcatenation = 0;
+
+}  // namespace
+
+// One way through a part: a capture of a history group (group, begin, end, and in `inner` what the
+// group matched), or the concatenation of `inner` and `next`. A null derivation captured nothing.
+struct EndStreams::Derivation {
+    const Derivation* inner;
+    const Derivation* next;
+    std::uint32_t group;
+    std::uint32_t begin;
+    std::uint32_t end;
+};
+
+struct EndStreams::End {
+    std::uint32_t position;
+    const Derivation* derivation;
+};
+
+// One position of a repetition's walk: the body's list from there, how far it has been read, and
+// the way from the repetition's start to here.
+struct EndStreams::Round {
+    std::uint32_t position;
+    Stream* body;
+    std::uint32_t next;
+    const Derivation* derivation;
+};
+
+// The list of one part from one start position, and where its production stands: `outer` is the
+// list being run through (first part of a sequence, body of a history group), `inner` the list
+// taken for the current outer end (the rest of a sequence) or the current alternative of a choice.
+struct EndStreams::Stream {
+    const PatternNode* part = nullptr;
+    std::uint32_t partIndex = 0;
+    std::uint32_t start = 0;
+    End* ends = nullptr;
+    std::uint32_t size = 0;
+    std::uint32_t capacity = 0;
+    std::uint64_t* seen = nullptr;
+    Stream* outer = nullptr;
+    Stream* inner = nullptr;
+    std::uint32_t outerIndex = 0;
+    std::uint32_t innerIndex = 0;
+    // A repetition's walk: the rounds entered and not yet listed, latest last.
+    Round* rounds = nullptr;
+    std::uint32_t roundCount = 0;
+    std::uint32_t roundCapacity = 0;
+    bool finished = false;
+    bool waiting = false;
+};
+
+// Bump allocation for everything of one search, released together. The blocks are kept for the
+// next search on the thread: fresh memory costs a page fault per page, which would outweigh the
+// matching itself.
+class EndStreams::Arena {
+public:
+    template <typename T>
+    T* allocate(std::size_t count) {
+        static_assert(std::is_trivially_destructible_v<T>);
+        constexpr std::size_t align = alignof(std::max_align_t);
+        const std::size_t bytes = (count * sizeof(T) + align - 1) / align * align;
+        if (bytes > m_left) nextBlock(bytes);
+        T* first = std::launder(reinterpret_cast<T*>(m_next));
+        m_next += bytes;
+        m_left -= bytes;
+        std::uninitialized_value_construct_n(first, count);
+        return first;
+    }
+
+    // Starts over in the first block, keeping at most kKeptBytes of blocks.
+    void reset() {
+        std::size_t kept = 0;
+        std::size_t count = 0;
+        while (count < m_blocks.size() && kept + m_blocks[count].size <= kKeptBytes) {
+            kept += m_blocks[count++].size;
+        }
+        m_blocks.resize(count);
+        m_current = 0;
+        m_next = m_blocks.empty() ? nullptr : m_blocks.front().memory.get();
+        m_left = m_blocks.empty() ? 0 : m_blocks.front().size;
+    }
+
+private:
+    static constexpr std::size_t kFirstBlockBytes = 16 << 10;
+    static constexpr std::size_t kLargestBlockBytes = 1 << 20;
+    static constexpr std::size_t kKeptBytes = 8 << 20;
+
+    struct Block {
+        std::unique_ptr<std::byte[]> memory;
+        std::size_t size;
+    };
+
+    void nextBlock(std::size_t bytes) {
+        while (m_current + 1 < m_blocks.size()) {
+            const Block& block = m_blocks[++m_current];
+            if (block.size >= bytes) {
+                m_next = block.memory.get();
+                m_left = block.size;
+                return;
+            }
+        }
+        const std::size_t grown = m_blocks.empty()
+                                      ? kFirstBlockBytes
+                                      : std::min(m_blocks.back().size * 2, kLargestBlockBytes);
+        const std::size_t size = std::max(bytes, grown);
+        m_blocks.push_back({std::make_unique_for_overwrite<std::byte[]>(size), size});
+        m_current = m_blocks.size() - 1;
+        m_next = m_blocks.back().memory.get();
+        m_left = size;
+    }
+
+    std::vector<Block> m_blocks;
+    std::size_t m_current = 0;
+    std::byte* m_next = nullptr;
+    std::size_t m_left = 0;
+};
+
+// Streams by part and start position: open addressing with linear probing. A slot belongs to the
+// current search only when it carries the current generation, so starting a search over does not
+// have to clear the table.
+class EndStreams::StreamTable {
+public:
+    Stream* find(std::uint64_t key) const {
+        for (std::size_t i = slotOf(key);; i = (i + 1) & m_mask) {
+            const Slot& slot = m_slots[i];
+            if (slot.generation != m_generation) return nullptr;
+            if (slot.key == key) return slot.stream;
+        }
+    }
+
+    void insert(std::uint64_t key, Stream* stream) {
+        if (2 * (m_used + 1) > m_slots.size()) grow();
+        std::size_t i = slotOf(key);
+        while (m_slots[i].generation == m_generation) i = (i + 1) & m_mask;
+        m_slots[i] = {key, stream, m_generation};
+        ++m_used;
+    }
+
+    void reset() {
+        m_used = 0;
+        if (m_slots.size() > kKeptSlots) {
+            m_slots.assign(kFirstSlots, Slot());
+            m_mask = kFirstSlots - 1;
+        }
+        if (++m_generation == 0) {
+            std::fill(m_slots.begin(), m_slots.end(), Slot());
+            m_generation = 1;
+        }
+    }
+
+private:
+    static constexpr std::size_t kFirstSlots = 512;
+    static constexpr std::size_t kKeptSlots = 1 << 18;
+
+    struct Slot {
+        std::uint64_t key = 0;
+        Stream* stream = nullptr;
+        std::uint32_t generation = 0;
+    };
+
+    std::size_t slotOf(std::uint64_t key) const {
+        return static_cast<std::size_t>((key * 0x9E3779B97F4A7C15ull) >> 32) & m_mask;
+    }
+
+    void grow() {
+        std::vector<Slot> old = std::move(m_slots);
+        m_slots.assign(old.size() * 2, Slot());
+        m_mask = m_slots.size() - 1;
+        const std::uint32_t generation = m_generation;
+        m_generation = 1;
+        m_used = 0;
+        for (const Slot& slot : old) {
+            if (slot.generation == generation) insert(slot.key, slot.stream);
+        }
+    }
+
+    std::vector<Slot> m_slots = std::vector<Slot>(kFirstSlots);
+    std::size_t m_mask = kFirstSlots - 1;
+    std::size_t m_used = 0;
+    std::uint32_t m_generation = 1;
+};
+
+// What a search needs besides the pattern and the text, kept per thread from search to search.
+struct EndStreams::Workspace {
+    Arena arena;
+    StreamTable streams;
+    std::vector<Request> work;
+    std::vector<std::uint64_t> aliases;
+};
+
+namespace {
+
+template <typename Workspace>
+std::vector<std::unique_ptr<Workspace>>& idleWorkspaces() {
+    thread_local std::vector<std::unique_ptr<Workspace>> idle;
+    return idle;
+}
+
+}  // namespace
+
+EndStreams::EndStreams(const GrammarPattern& pattern, std::string_view text)
+    : m_pattern(pattern), m_text(text) {
+    auto& idle = idleWorkspaces<Workspace>();
+    if (idle.empty()) {
+        m_space = std::make_unique<Workspace>();
+    } else {
+        m_space = std::move(idle.back());
+        idle.pop_back();
+    }
+    m_noEnds = m_space->arena.allocate<Stream>(1);
+    m_noEnds->finished = true;
+}
+
+EndStreams::~EndStreams() {
+    m_space->arena.reset();
+    m_space->streams.reset();
+    m_space->work.clear();
+    idleWorkspaces<Workspace>().push_back(std::move(m_space));
+}
+
+std::optional<std::vector<CaptureRecord>> EndStreams::firstMatch(std::uint32_t part,
+                                                                 std::uint32_t start) {
+    Stream* stream = streamAt(part, start);
+    require(stream, 0);
+    if (stream->size == 0) return std::nullopt;
+    return records(start, stream->ends[0]);
+}
+
+EndStreams::Stream* EndStreams::streamAt(std::uint32_t part, std::uint32_t start) {
+    // Where a list is another's list, the other stream stands for it: a call for its definition, a
+    // sequence whose first part has a single plain end for the rest from there, a choice where one
+    // alternative alone can match for that alternative. Followed in a loop, since with a grammar
+    // that calls itself behind a parenthesis such a chain can be as long as the text.
+    std::vector<std::uint64_t>& keys = m_space->aliases;
+    keys.clear();
+    Stream* stream = nullptr;
+    while (stream == nullptr) {
+        // Most parts tried at a position cannot even begin there; they get no stream of their own.
+        if (!m_pattern.nullable(part) && !canStart(part, start)) {
+            stream = m_noEnds;
+            break;
+        }
+        const std::uint64_t key = (std::uint64_t{part} << 32) | start;
+        if (Stream* known = m_space->streams.find(key)) {
+            stream = known;
+            break;
+        }
+        keys.push_back(key);
+        const PatternNode& node = m_pattern.nodes()[part];
+        std::optional<std::uint32_t> headEnd;
+        std::optional<std::uint32_t> alternative;
+        if (node.kind == Kind::Call) {
+            part = node.first;
+        } else if (node.kind == Kind::Sequence && headKnownWithoutWork(node, start, headEnd)) {
+            if (!headEnd) stream = m_noEnds;
+            part = node.second;
+            start = headEnd.value_or(start);
+        } else if (node.kind == Kind::Choice && (alternative = soleAlternative(node, start))) {
+            part = *alternative;
+        } else {
+            stream = newStream(part, start);
+        }
+    }
+    for (const std::uint64_t key : keys) m_space->streams.insert(key, stream);
+    return stream;
+}
+
+bool EndStreams::canStart(std::uint32_t part, std::uint32_t start) const {
+    return start < m_text.size() &&
+           m_pattern.firstCharacters(part)[static_cast<unsigned char>(m_text[start])];
+}
+
+// True when the list of a sequence's first part at the position is plain to see: no end at all
+// (`end` left empty), or a single end reached without any capture, such as "\\(" before a
+// parenthesis, a run that never gives back, or "\\s*" and an optional part where the text offers
+// neither.
+bool EndStreams::headKnownWithoutWork(const PatternNode& sequence, std::uint32_t start,
+                                      std::optional<std::uint32_t>& end) const {
+    const std::uint32_t head = sequence.first;
+    const PatternNode& node = m_pattern.nodes()[head];
+    if (node.kind == Kind::Run) {
+        const std::uint32_t length = runLength(node, start);
+        if (length > node.minCount && !sequence.headTakesAll) return false;
+        if (length >= node.minCount) end = start + length;
+        return true;
+    }
+    if (!m_pattern.nullable(head) || canStart(head, start) || m_pattern.capturesWhenEmpty(head)) {
+        return false;
+    }
+    end = start;
+    return true;
+}
+
+// The one alternative of a choice that can match at the position, if only one can.
+std::optional<std::uint32_t> EndStreams::soleAlternative(const PatternNode& choice,
+                                                         std::uint32_t start) const {
+    std::optional<std::uint32_t> sole;
+    for (std::uint32_t i = 0; i < choice.second; ++i) {
+        const std::uint32_t alternative = m_pattern.alternatives()[choice.first + i];
+        if (!m_pattern.nullable(alternative) && !canStart(alternative, start)) continue;
+        if (sole) return std::nullopt;
+        sole = alternative;
+    }
+    return sole;
+}
+
+EndStreams::Stream* EndStreams::newStream(std::uint32_t part, std::uint32_t start) {
+    Stream* stream = m_space->arena.allocate<Stream>(1);
+    stream->part = &m_pattern.nodes()[part];
+    stream->partIndex = part;
+    stream->start = start;
+    if (stream->part->kind == Kind::Empty) {
+        append(*stream, start, nullptr);
+        stream->finished = true;
+    } else if (stream->part->kind == Kind::Run) {
+        // Greedy: the longest run first, then one character fewer at a time.
+        const std::uint32_t length = runLength(*stream->part, start);
+        for (std::uint32_t n = length + 1; n-- > stream->part->minCount;) {
+            append(*stream, start + n, nullptr);
+        }
+        stream->finished = true;
+    }
+    return stream;
+}
+
+std::uint32_t EndStreams::runLength(const PatternNode& run, std::uint32_t start) const {
+    std::uint32_t length = 0;
+    while (length < run.maxCount && start + length < m_text.size() &&
+           run.characters[static_cast<unsigned char>(m_text[start + length])]) {
+        ++length;
+    }
+    return length;
+}
+
+void EndStreams::require(Stream* stream, std::uint32_t index) {
+    std::vector<Request>& work = m_space->work;
+    work.clear();
+    work.push_back({stream, index});
+    stream->waiting = true;
+    while (!work.empty()) {
+        const Request top = work.back();
+        if (top.stream->size > top.index || top.stream->finished) {
+            top.stream->waiting = false;
+            work.pop_back();
+            continue;
+        }
+        const Request next = advance(*top.stream);
+        if (next.stream == nullptr) continue;
+        // GrammarPattern refuses left recursion, the only way a list could wait for itself.
+        if (next.stream->waiting) throw std::logic_error("grammar part waits for itself");
+        next.stream->waiting = true;
+        work.push_back(next);
+    }
+}
+
+// One step of a stream: it gains an end, or finishes, or names the list and index that it has to
+// wait for.
+EndStreams::Request EndStreams::advance(Stream& stream) {
+    const PatternNode& part = *stream.part;
+    switch (part.kind) {
+        case Kind::Sequence:
+            return advanceSequence(stream, part);
+        case Kind::Choice:
+            return advanceChoice(stream, part);
+        case Kind::Star:
+            return advanceStar(stream, part);
+        case Kind::History:
+            return advanceHistory(stream, part);
+        case Kind::Empty:
+        case Kind::Run:
+        case Kind::Call:
+            break;
+    }
+    stream.finished = true;
+    return {};
+}
+
+EndStreams::Request EndStreams::advanceSequence(Stream& stream, const PatternNode& part) {
+    if (stream.outer == nullptr) stream.outer = streamAt(part.first, stream.start);
+    return advanceConcatenation(stream, part.second);
+}
+
+// Greedy: every way that takes one more round comes before stopping here. Unfolded, the list from
+// p is that of a depth-first walk over the rounds: from a position, each end of the body in order
+// leads to the next position, a position is entered only the first time it is reached, and it
+// joins the list when everything reached from it has (that is, last). A position reached again
+// adds nothing: everything reachable from it is on the list already, which is what dropping
+// duplicates in "for each end q of the body, the list from q, then p" does. Walking instead of
+// asking the repetition's own list at each q keeps a long chain of rounds linear; the lists from
+// each q would each copy the rest of the chain.
+EndStreams::Request EndStreams::advanceStar(Stream& stream, const PatternNode& part) {
+    if (stream.rounds == nullptr) pushRound(stream, stream.start, nullptr);
+    while (stream.roundCount > 0) {
+        Round& round = stream.rounds[stream.roundCount - 1];
+        if (round.body == nullptr) round.body = streamAt(part.first, round.position);
+        Stream& body = *round.body;
+        if (round.next >= body.size) {
+            if (!body.finished) return {&body, round.next};
+            --stream.roundCount;
+            append(stream, round.position, round.derivation);
+            return {};
+        }
+        const End end = body.ends[round.next++];
+        // The rounds still open lie before the end (the body never matches the empty text), so
+        // the ends listed so far are all the positions entered before.
+        if (!claim(stream, end.position)) continue;
+        pushRound(stream, end.position, concatenation(round.derivation, end.derivation));
+    }
+    stream.finished = true;
+    return {};
+}
+
+void EndStreams::pushRound(Stream& stream, std::uint32_t position, const Derivation* derivation) {
+    if (stream.roundCount == stream.roundCapacity) {
+        const std::uint32_t capacity = std::max<std::uint32_t>(4, stream.roundCapacity * 2);
+        Round* rounds = m_space->arena.allocate<Round>(capacity);
+        if (stream.roundCount > 0) {
+            std::memcpy(rounds, stream.rounds, stream.roundCount * sizeof(Round));
+        }
+        stream.rounds = rounds;
+        stream.roundCapacity = capacity;
+    }
+    stream.rounds[stream.roundCount++] = {position, nullptr, 0, derivation};
+}
+
+// For each end of the outer list in turn, the ends of the tail part from there.
+EndStreams::Request EndStreams::advanceConcatenation(Stream& stream, std::uint32_t tailPart) {
+    for (;;) {
+        if (stream.inner == nullptr) {
+            Stream& outer = *stream.outer;
+            if (stream.outerIndex >= outer.size) {
+                if (outer.finished) {
+                    stream.finished = true;
+                    return {};
+                }
+                return {&outer, stream.outerIndex};
+            }
+            stream.inner = streamAt(tailPart, outer.ends[stream.outerIndex].position);
+            stream.innerIndex = 0;
+        }
+        Stream& inner = *stream.inner;
+        if (stream.innerIndex >= inner.size) {
+            if (!inner.finished) return {&inner, stream.innerIndex};
+            stream.inner = nullptr;
+            ++stream.outerIndex;
+            continue;
+        }
+        const End tail = inner.ends[stream.innerIndex++];
+        if (!claim(stream, tail.position)) continue;
+        const Derivation* head = stream.outer->ends[stream.outerIndex].derivation;
+        append(stream, tail.position, concatenation(head, tail.derivation));
+        return {};
+    }
+}
+
+EndStreams::Request EndStreams::advanceChoice(Stream& stream, const PatternNode& part) {
+    for (;;) {
+        if (stream.inner == nullptr) {
+            if (stream.outerIndex == part.second) {
+                stream.finished = true;
+                return {};
+            }
+            const std::uint32_t alternative =
+                m_pattern.alternatives()[part.first + stream.outerIndex];
+            stream.inner = streamAt(alternative, stream.start);
+            stream.innerIndex = 0;
+        }
+        Stream& inner = *stream.inner;
+        if (stream.innerIndex >= inner.size) {
+            if (!inner.finished) return {&inner, stream.innerIndex};
+            stream.inner = nullptr;
+            ++stream.outerIndex;
+            continue;
+        }
+        const End end = inner.ends[stream.innerIndex++];
+        if (!claim(stream, end.position)) continue;
+        append(stream, end.position, end.derivation);
+        return {};
+    }
+}
+
+// The body's ends are distinct already; each becomes a capture around the body's way there.
+EndStreams::Request EndStreams::advanceHistory(Stream& stream, const PatternNode& part) {
+    if (stream.outer == nullptr) stream.outer = streamAt(part.first, stream.start);
+    Stream& body = *stream.outer;
+    if (stream.outerIndex >= body.size) {
+        if (body.finished) {
+            stream.finished = true;
+            return {};
+        }
+        return {&body, stream.outerIndex};
+    }
+    const End end = body.ends[stream.outerIndex++];
+    auto* capture = m_space->arena.allocate<Derivation>(1);
+    *capture = {end.derivation, nullptr, part.group, stream.start, end.position};
+    append(stream, end.position, capture);
+    return {};
+}
+
+// Marks the position as an end of the stream; false when it was one already.
+bool EndStreams::claim(Stream& stream, std::uint32_t position) {
+    if (stream.seen == nullptr) {
+        for (std::uint32_t i = 0; i < stream.size; ++i) {
+            if (stream.ends[i].position == position) return false;
+        }
+        if (stream.size < kScanLimit) return true;
+        const std::size_t words = (m_text.size() - stream.start) / 64 + 1;
+        stream.seen = m_space->arena.allocate<std::uint64_t>(words);
+        for (std::uint32_t i = 0; i < stream.size; ++i) claim(stream, stream.ends[i].position);
+    }
+    const std::uint32_t bit = position - stream.start;
+    std::uint64_t& word = stream.seen[bit / 64];
+    const std::uint64_t mask = std::uint64_t{1} << (bit % 64);
+    if ((word & mask) != 0) return false;
+    word |= mask;
+    return true;
+}
+
+void EndStreams::append(Stream& stream, std::uint32_t position, const Derivation* derivation) {
+    if (stream.size == stream.capacity) {
+        const std::uint32_t capacity = std::max<std::uint32_t>(4, stream.capacity * 2);
+        End* ends = m_space->arena.allocate<End>(capacity);
+        if (stream.size > 0) std::memcpy(ends, stream.ends, stream.size * sizeof(End));
+        stream.ends = ends;
+        stream.capacity = capacity;
+    }
+    stream.ends[stream.size++] = {position, derivation};
+}
+
+const EndStreams::Derivation* EndStreams::concatenation(const Derivation* first,
+                                                        const Derivation* second) {
+    if (first == nullptr) return second;
+    if (second == nullptr) return first;
+    auto* both = m_space->arena.allocate<Derivation>(1);
+    *both = {first, second, kConcatenation, 0, 0};
+    return both;
+}
+
+// The derivation read depth first into records. Without recursion, since concatenations chain as
+// long as the expression and captures nest as deep as its parentheses.
+std::vector<CaptureRecord> EndStreams::records(std::uint32_t start, const End& end) const {
+    std::vector<CaptureRecord> result{{0, start, end.position, 0}};
+    struct Pending {
+        const Derivation* derivation;
+        std::uint32_t level;
+    };
+    std::vector<Pending> pending{{end.derivation, 1}};
+    while (!pending.empty()) {
+        const Pending current = pending.back();
+        pending.pop_back();
+        const Derivation* derivation = current.derivation;
+        if (derivation == nullptr) continue;
+        if (derivation->group == kConcatenation) {
+            pending.push_back({derivation->next, current.level});
+            pending.push_back({derivation->inner, current.level});
+            continue;
+        }
+        result.push_back({derivation->group, derivation->begin, derivation->end, current.level});
+        pending.push_back({derivation->inner, current.level + 1});
+    }
+    return result;
+}
+
+}  // namespace vantrel

@@ -1,0 +1,72 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+#include "GrammarMatch.h"
+#include "GrammarPattern.h"
+
+namespace vantrel {
+
+/// The working memory of the grammar matcher for one text: for each part of the pattern and each
+/// start position, where the part can end, in the order in which a backtracking matcher reaches
+/// those ends, each with the captures of the first way there. Lists are worked out only as far as
+/// they are asked for, and kept for the whole text, so searching from every start position shares
+/// them. EndStreams.cpp explains why this gives exactly a backtracking matcher's first match.
+class EndStreams {
+public:
+    EndStreams(const GrammarPattern& pattern, std::string_view text);
+    ~EndStreams();
+    EndStreams(const EndStreams&) = delete;
+    EndStreams& operator=(const EndStreams&) = delete;
+
+    /// The capture records (root first, depth first) of the first match of the part from the
+    /// start position, or nothing when the part cannot match there.
+    std::optional<std::vector<CaptureRecord>> firstMatch(std::uint32_t part, std::uint32_t start);
+
+private:
+    class Arena;
+    class StreamTable;
+    struct Workspace;
+    struct Derivation;
+    struct End;
+    struct Round;
+    struct Stream;
+    struct Request {
+        Stream* stream = nullptr;
+        std::uint32_t index = 0;
+    };
+
+    Stream* streamAt(std::uint32_t part, std::uint32_t start);
+    Stream* newStream(std::uint32_t part, std::uint32_t start);
+    bool canStart(std::uint32_t part, std::uint32_t start) const;
+    bool headKnownWithoutWork(const PatternNode& sequence, std::uint32_t start,
+                              std::optional<std::uint32_t>& end) const;
+    std::optional<std::uint32_t> soleAlternative(const PatternNode& choice,
+                                                 std::uint32_t start) const;
+    std::uint32_t runLength(const PatternNode& run, std::uint32_t start) const;
+
+    void require(Stream* stream, std::uint32_t index);
+    Request advance(Stream& stream);
+    Request advanceSequence(Stream& stream, const PatternNode& part);
+    Request advanceChoice(Stream& stream, const PatternNode& part);
+    Request advanceStar(Stream& stream, const PatternNode& part);
+    Request advanceHistory(Stream& stream, const PatternNode& part);
+    Request advanceConcatenation(Stream& stream, std::uint32_t tailPart);
+    void pushRound(Stream& stream, std::uint32_t position, const Derivation* derivation);
+
+    bool claim(Stream& stream, std::uint32_t position);
+    void append(Stream& stream, std::uint32_t position, const Derivation* derivation);
+    const Derivation* concatenation(const Derivation* first, const Derivation* second);
+    std::vector<CaptureRecord> records(std::uint32_t start, const End& end) const;
+
+    const GrammarPattern& m_pattern;
+    std::string_view m_text;
+    std::unique_ptr<Workspace> m_space;
+    Stream* m_noEnds = nullptr;
+};
+
+}  // namespace vantrel
