@@ -12,12 +12,12 @@ namespace {
 // fail on six levels of parentheses. Depth is instead limited by the effort bound below.
 constexpr int kMaxCallNesting = 100000;
 
-// Matching the calculator's grammar multiplies its cost with every further level of parentheses:
-// by about three for plain shapes such as 1+(2+(3)), by six to nine when every level holds a
-// timestamp product or a parenthesised product. One backtracking step costs 8 to 35 ns here, so
-// this bound keeps any search, of any text up to 10,000 characters, under about 45 ms. Plain
-// shapes match exactly up to nine levels (eight levels of 1+(...+1) need 470,000 steps), the
-// costliest shapes we know up to five (five levels of 00:00:00.01|25*2+(...) need 550,000).
+// Backtracking through the calculator's grammar multiplies its cost with every further level of
+// parentheses (three to nine times). A search stops after this many steps and reports no match, so
+// no input can make it run away; on long unclosed texts a search can still take a second or more
+// before it stops, which is why the engine matches the grammar with GrammarMatcher and keeps this
+// library for the short timestamp patterns and as the reference in tests. Below the bound, plain
+// shapes match exactly up to nine levels (eight levels of 1+(...+1) need 470,000 steps).
 constexpr unsigned long kMaxBacktrackingSteps = 1'200'000;
 
 OnigSyntaxType* rubySyntaxWithCaptureHistory() {
