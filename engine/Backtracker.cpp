@@ -1,5 +1,7 @@
 #include "Backtracker.h"
 
+#include "WorkspacePool.h"
+
 namespace vantrel {
 
 using Kind = PatternNode::Kind;
@@ -40,30 +42,13 @@ struct Backtracker::Workspace {
     std::vector<LogEntry> log;
 };
 
-namespace {
-
-// Kept per thread from search to search, so that a search works in memory that is already mapped.
-template <typename Workspace>
-std::vector<std::unique_ptr<Workspace>>& idleWorkspaces() {
-    thread_local std::vector<std::unique_ptr<Workspace>> idle;
-    return idle;
-}
-
-}  // namespace
-
 Backtracker::Backtracker(const GrammarPattern& pattern, std::string_view text, std::size_t steps)
     : m_pattern(pattern), m_text(text), m_stepsLeft(steps) {
-    auto& idle = idleWorkspaces<Workspace>();
-    if (idle.empty()) {
-        m_space = std::make_unique<Workspace>();
-    } else {
-        m_space = std::move(idle.back());
-        idle.pop_back();
-    }
+    m_space = borrowWorkspace<Workspace>();
 }
 
 Backtracker::~Backtracker() {
-    idleWorkspaces<Workspace>().push_back(std::move(m_space));
+    returnWorkspace(std::move(m_space));
 }
 
 Backtracker::Outcome Backtracker::matchAt(std::uint32_t start) {

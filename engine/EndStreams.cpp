@@ -8,6 +8,8 @@
 #include <stdexcept>
 #include <type_traits>
 
+#include "WorkspacePool.h"
+
 // Why the first end of the root, from the first start position that has one, is exactly the match
 // and capture history that Oniguruma's backtracking finds.
 //
@@ -262,25 +264,9 @@ struct EndStreams::Workspace {
     std::vector<std::uint64_t> aliases;
 };
 
-namespace {
-
-template <typename Workspace>
-std::vector<std::unique_ptr<Workspace>>& idleWorkspaces() {
-    thread_local std::vector<std::unique_ptr<Workspace>> idle;
-    return idle;
-}
-
-}  // namespace
-
 EndStreams::EndStreams(const GrammarPattern& pattern, std::string_view text)
     : m_pattern(pattern), m_text(text) {
-    auto& idle = idleWorkspaces<Workspace>();
-    if (idle.empty()) {
-        m_space = std::make_unique<Workspace>();
-    } else {
-        m_space = std::move(idle.back());
-        idle.pop_back();
-    }
+    m_space = borrowWorkspace<Workspace>();
     m_noEnds = m_space->arena.allocate<Stream>(1);
     m_noEnds->finished = true;
 }
@@ -289,7 +275,7 @@ EndStreams::~EndStreams() {
     m_space->arena.reset();
     m_space->streams.reset();
     m_space->work.clear();
-    idleWorkspaces<Workspace>().push_back(std::move(m_space));
+    returnWorkspace(std::move(m_space));
 }
 
 std::optional<std::vector<CaptureRecord>> EndStreams::firstMatch(std::uint32_t part,
