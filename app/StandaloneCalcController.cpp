@@ -1,5 +1,6 @@
 #include "StandaloneCalcController.h"
 
+#include <QActionGroup>
 #include <QApplication>
 #include <QDesktopServices>
 #include <QDialog>
@@ -47,6 +48,7 @@ void StandaloneCalcController::initialize() {
     m_calcController->setDisplayModeMenu(m_displayModeMenu);
     m_calcController->setDisplayFrameRateMenu(m_displayFrameRateMenu);
     m_calcController->setDisplayCalcModeMenu(m_displayCalculationModeMenu);
+    m_calcController->setTimecodeNotationItems(m_timecodeNotationItems);
     addTrayIcon();
 }
 
@@ -108,6 +110,7 @@ void StandaloneCalcController::buildMenuBar(QMenuBar* menuBar) {
             [this] { m_calcController->showMenu(m_calcController->ui().historyButton); });
     addCommand(m_displayModeMenu, tr("Show &Calculator"), QKeySequence(tr("Ctrl+0")),
                &StandaloneCalcController::showCalcWindow);
+    addTimecodeNotationItems(m_displayModeMenu);
 
     m_displayFrameRateMenu = addTaggedMenu(
         menuBar, tr("&Rate"), &StandaloneCalcController::changeDisplayFrameRate,
@@ -145,6 +148,24 @@ void StandaloneCalcController::buildMenuBar(QMenuBar* menuBar) {
                &StandaloneCalcController::visitHomepage);
     help->addSeparator();
     addCommand(help, tr("&About Vantrel"), QKeySequence(), &StandaloneCalcController::showAboutBox);
+}
+
+// Tagged 0 and 1 like the other choices, but in a group of their own: they choose how timecodes
+// are written, not what the results show.
+void StandaloneCalcController::addTimecodeNotationItems(QMenu* menu) {
+    menu->addSeparator();
+    auto* group = new QActionGroup(menu);
+    const QString titles[] = {tr("Classic Notation (00:00:00.00)"),
+                              tr("SMPTE Notation (00:00:00:00)")};
+    const QKeySequence shortcuts[] = {QKeySequence(tr("Ctrl+5")), QKeySequence(tr("Ctrl+6"))};
+    for (int tag = 0; tag < 2; ++tag) {
+        QAction* item = addCommand(menu, titles[tag], shortcuts[tag],
+                                   &StandaloneCalcController::changeTimecodeNotation);
+        item->setProperty("tag", tag);
+        item->setCheckable(true);
+        group->addAction(item);
+        m_timecodeNotationItems << item;
+    }
 }
 
 void StandaloneCalcController::addTrayIcon() {
@@ -187,6 +208,10 @@ void StandaloneCalcController::changeDisplayFrameRate(QObject* sender) {
 
 void StandaloneCalcController::changeDisplayCalcMode(QObject* sender) {
     m_calcController->toggleCalcMode(sender);
+}
+
+void StandaloneCalcController::changeTimecodeNotation(QObject* sender) {
+    m_calcController->changeTimecodeNotation(sender);
 }
 
 void StandaloneCalcController::toggleResultLog(QObject* sender) {

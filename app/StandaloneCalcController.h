@@ -51,6 +51,7 @@ public slots:
     void changeDisplayMode(QObject* sender);
     void changeDisplayFrameRate(QObject* sender);
     void changeDisplayCalcMode(QObject* sender);
+    void changeTimecodeNotation(QObject* sender);
     void toggleResultLog(QObject* sender);
     void saveLogFile(QObject* sender);
     void clearLogFile(QObject* sender);
@@ -66,6 +67,7 @@ private:
                         Command command);
     QMenu* addTaggedMenu(QMenuBar* menuBar, const QString& title, Command command,
                          const std::vector<std::tuple<QString, QKeySequence, int>>& items);
+    void addTimecodeNotationItems(QMenu* menu);
     void addTrayIcon();
 
     std::unique_ptr<TSCController> m_calcController;
@@ -75,6 +77,7 @@ private:
     QPointer<QMenu> m_displayModeMenu;
     QPointer<QMenu> m_displayFrameRateMenu;
     QPointer<QMenu> m_displayCalculationModeMenu;
+    QList<QAction*> m_timecodeNotationItems;
     QPointer<QSystemTrayIcon> m_trayIcon;
     TSCController::UrlOpener m_openUrl;
 };

@@ -122,6 +122,7 @@ void TSCController::initialize() {
     setDiskSpacePF(QStringLiteral("0 MB"));
     setTransferTimePF(QStringLiteral("0 h"));
     restoreIndexes();
+    restoreTimecodeNotation();
 
     // The hover buttons' images sit where the window's layout expects them.
     m_ui->displayButton24->cell().setOffset(2.0f);

@@ -92,6 +92,13 @@ public:
     void setDisplayFrameRateMenu(QMenu* menu) { m_displayFrameRateMenu = menu; }
     void setDisplayCalcModeMenu(QMenu* menu) { m_displayCalcModeMenu = menu; }
 
+    /// How result fields, log lines and history entries write timecodes; stored under
+    /// "TimecodeNotation" as "classic" or "smpte".
+    TimecodeNotation timecodeNotation() const { return m_calculator.timecodeNotation(); }
+    void setTimecodeNotation(TimecodeNotation notation);
+    /// The menu items that choose the notation, each tagged 0 (classic) or 1 (SMPTE).
+    void setTimecodeNotationItems(const QList<QAction*>& items);
+
     /// The widgets of the layout, for the application shell and for tests.
     Ui::Calculator& ui();
 
@@ -113,6 +120,7 @@ public slots:
     void changeDisplayFrameRate(QObject* sender);
     void showFpsMenu(QObject* sender);
     void toggleCalcMode(QObject* sender);
+    void changeTimecodeNotation(QObject* sender);
 
     // Side calculators.
     void pasteDiskSpaceToLog(QObject* sender);
@@ -147,6 +155,7 @@ private:
     void connectWidgets();
     void fillPopUps();
     void restoreIndexes();
+    void restoreTimecodeNotation();
     void restoreWindowFrame();
     void rememberExpression(const QString& inputText);
     void appendToLog(const QString& text);
@@ -160,6 +169,7 @@ private:
     void showLogPictures(bool expanded);
     void setIndex(int& field, int index, const char* key, void (TSCController::*recompute)());
     void showDisplayStateViews();
+    void checkTimecodeNotationItems();
     void setFrameRate(int code);
     void pasteToLog(const std::function<std::string(const std::string& frames)>& entry);
     void setResultText(QString& text, QLineEdit* field, const QString& newText);
@@ -198,6 +208,7 @@ private:
     QPointer<QMenu> m_displayModeMenu;
     QPointer<QMenu> m_displayFrameRateMenu;
     QPointer<QMenu> m_displayCalcModeMenu;
+    QList<QPointer<QAction>> m_timecodeNotationItems;
 };
 
 }  // namespace vantrel

@@ -33,12 +33,15 @@ bool isFrameRateCode(int code) {
     return code >= DisplayState24fps && code <= DisplayState29nondrop;
 }
 
+const QString kNotationKey = QStringLiteral("TimecodeNotation");
+
 // Checks the items of a menu whose tag equals the value and unchecks the other tagged items.
+// Items of an action group of their own (the notation in the Display menu) choose something else.
 void checkTaggedItems(QMenu* menu, int value) {
     if (!menu) return;
     for (QAction* item : menu->actions()) {
         const QVariant tag = item->property("tag");
-        if (!tag.isValid()) continue;
+        if (!tag.isValid() || item->actionGroup()) continue;
         item->setCheckable(true);
         item->setChecked(tag.toInt() == value);
     }
@@ -119,6 +122,47 @@ void TSCController::changeDisplayFrameRate(QObject* sender) {
     showLazyResults(true);
     updateDiskSpaceAndTranferTime();
     updateFilmStuff();
+}
+
+void TSCController::restoreTimecodeNotation() {
+    const auto stored = m_preferences.string(kNotationKey);
+    m_calculator.setTimecodeNotation(stored == QStringLiteral("smpte") ? TimecodeNotation::Smpte
+                                                                       : TimecodeNotation::Classic);
+    showLazyResults(false);
+}
+
+void TSCController::setTimecodeNotation(TimecodeNotation notation) {
+    if (notation == timecodeNotation()) return;
+    m_calculator.setTimecodeNotation(notation);
+    m_preferences.setValue(kNotationKey, notation == TimecodeNotation::Smpte
+                                             ? QStringLiteral("smpte")
+                                             : QStringLiteral("classic"));
+    checkTimecodeNotationItems();
+    // The fields show the text anew; whether it may be logged again does not change.
+    showLazyResults(true);
+}
+
+void TSCController::setTimecodeNotationItems(const QList<QAction*>& items) {
+    m_timecodeNotationItems.clear();
+    for (QAction* item : items) m_timecodeNotationItems << item;
+    checkTimecodeNotationItems();
+}
+
+void TSCController::checkTimecodeNotationItems() {
+    const int chosen = timecodeNotation() == TimecodeNotation::Smpte ? 1 : 0;
+    for (const QPointer<QAction>& item : m_timecodeNotationItems) {
+        if (!item) continue;
+        item->setCheckable(true);
+        item->setChecked(item->property("tag").toInt() == chosen);
+    }
+}
+
+void TSCController::changeTimecodeNotation(QObject* sender) {
+    if (!sender) return;
+    setTimecodeNotation(sender->property("tag").toInt() == 1 ? TimecodeNotation::Smpte
+                                                             : TimecodeNotation::Classic);
+    // An exclusive group has already moved the check; a plain sender has not.
+    checkTimecodeNotationItems();
 }
 
 void TSCController::showFpsMenu(QObject*) {

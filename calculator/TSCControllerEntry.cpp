@@ -62,7 +62,8 @@ QString TSCController::placeholder() const {
         case DisplayStateFilmLength:
             return QStringLiteral("0 m");
         default:
-            return QStringLiteral("00:00:00.00");
+            return timecodeNotation() == TimecodeNotation::Smpte ? QStringLiteral("00:00:00:00")
+                                                                 : QStringLiteral("00:00:00.00");
     }
 }
 

@@ -29,6 +29,9 @@ and the PF result. A reading without a result leaves its field empty.
   -l, --lazy           evaluate as the window does while typing (first match anywhere,
                        lazy bounds)
   -b, --beautify       print each expression's normalised form instead of its results
+  -n, --notation NAME  classic (01:00:10.12, the default) or smpte (01:00:10:12, with ';'
+                       before the frames at the drop-frame rates): how timecodes are
+                       written; both are always read
       --disk RES,ASPECT,FORMAT,LINK
                        after the two results, four more tab-separated fields: the PT disk
                        space, PT transfer time, PF disk space and PF transfer time, for these
@@ -55,6 +58,16 @@ constexpr std::array<DisplayModeName, 4> kDisplayModes{{
     {"disk", DisplayStateDiskSpace},
 }};
 
+struct NotationName {
+    std::string_view name;
+    TimecodeNotation notation;
+};
+
+constexpr std::array<NotationName, 2> kNotations{{
+    {"classic", TimecodeNotation::Classic},
+    {"smpte", TimecodeNotation::Smpte},
+}};
+
 struct FilmChoice {
     int gauge = 0;
     int unit = 0;
@@ -63,6 +76,7 @@ struct FilmChoice {
 struct Options {
     int rate = DisplayState24fps;
     int displayMode = DisplayStateTime;
+    TimecodeNotation notation = TimecodeNotation::Classic;
     bool lazy = false;
     bool beautify = false;
     bool help = false;
@@ -93,6 +107,13 @@ int displayMode(std::string_view text) {
     }
     throw UsageError("unknown display mode '" + std::string(text) +
                      "' (use time, number, film or disk)");
+}
+
+TimecodeNotation notation(std::string_view text) {
+    for (const auto& entry : kNotations) {
+        if (entry.name == text) return entry.notation;
+    }
+    throw UsageError("unknown notation '" + std::string(text) + "' (use classic or smpte)");
 }
 
 // "3,2,0,4": one row number per table, each within its table.
@@ -169,6 +190,8 @@ Options parseOptions(const std::vector<std::string>& arguments) {
             options.rate = rateCode(valueOf(name, attached));
         } else if (name == "-d" || name == "--display") {
             options.displayMode = displayMode(valueOf(name, attached));
+        } else if (name == "-n" || name == "--notation") {
+            options.notation = notation(valueOf(name, attached));
         } else if (name == "--disk") {
             options.disk = diskChoice(name, valueOf(name, attached));
         } else if (name == "--film") {
@@ -195,6 +218,7 @@ public:
     ExpressionPrinter(const Options& options, std::ostream& output)
         : m_options(options), m_output(output) {
         m_calc.setFps(options.rate);
+        m_calc.setTimecodeNotation(options.notation);
     }
 
     void print(std::string_view expression) {

@@ -26,7 +26,13 @@
 
 namespace vantrel {
 
+struct FrameRate;
+
 enum class SpanColour { Black, Red };
+
+/// How timecodes are written: classic "01:00:10.12", or SMPTE "01:00:10:12" as editing systems
+/// and EDLs write them, with ";" before the frames at the drop-frame rates. Both are always read.
+enum class TimecodeNotation { Classic, Smpte };
 
 /// A piece of coloured input: the part the grammar takes is black, the rest red.
 struct ColouredSpan {
@@ -45,6 +51,9 @@ public:
     int fps() const { return m_fps; }
     double framerate() const { return m_framerate; }
 
+    void setTimecodeNotation(TimecodeNotation notation) { m_notation = notation; }
+    TimecodeNotation timecodeNotation() const { return m_notation; }
+
     // Drop-frame conversions for non-negative counts. Fractional input is first rounded to a whole
     // frame, halves upward. NaN, infinities and counts beyond 2^53 come back unchanged: they are
     // far past every display bound, and there is no whole frame to convert.
@@ -53,18 +62,21 @@ public:
     static double dropFCfrom23realFC(double realFrameCount);
     static double realFCfrom23dropFC(double dropFrameCount);
 
-    /// A real frame count as a display timestamp at the current code, e.g. "-01:00:00.00".
+    /// A real frame count as a display timestamp at the current code, e.g. "-01:00:00.00", in the
+    /// current notation.
     /// Hours are not wrapped at 24. NaN gives "NaN"; counts too large to split into fields
     /// (beyond 10^18 frames, never passed by the evaluator) give "∞" or "-∞".
     std::string stringFromFramecount(double framecount) const;
 
     /// The expression without spaces and with every timestamp in normalised full form
-    /// ("1:0:5" → "01:00:05.00|25" at 25 fps). Used for the log and the history.
+    /// ("1:0:5" → "01:00:05.00|25" at 25 fps), written in the current notation. Used for the log
+    /// and the history.
     std::string beautifyExpression(std::string_view expression) const;
     /// The replacement callbacks of beautifyExpression(), one per pattern.
     std::string beautifyTimestamp(const RegexMatch& match) const;
     std::string beautifyShortTimestamp(const RegexMatch& match) const;
-    /// One full-form timestamp ("1:2:3.4|23n") in normalised full form ("01:02:03.04|23n").
+    /// One full-form timestamp ("1:2:3.4|23n") in normalised full form ("01:02:03.04|23n"), in the
+    /// current notation.
     std::string beautifyTimestampString(std::string_view timestamp) const;
     /// One short-form timestamp ("0123|29d") in normalised full form ("00:00:01.23|29d").
     std::string beautifyShortTimestampString(std::string_view timestamp) const;
@@ -119,16 +131,20 @@ public:
 private:
     enum class Extent { WholeText, FirstMatch };
 
-    std::optional<double> evalToFrames(std::string_view expression, Flavour flavour, Extent extent);
+    /// The one place where an expression is read: SMPTE timestamps become classic ones first.
+    std::optional<double> evalToFrames(std::string_view typed, Flavour flavour, Extent extent);
     std::optional<std::string> evalToText(std::string_view expression, Flavour flavour,
                                           Extent extent, int displayMode);
     std::string resultText(float value, int displayMode, Extent extent) const;
+    /// "." in classic notation; in SMPTE ";" at a drop-frame rate and ":" at any other.
+    char frameSeparator(const FrameRate* rate) const;
     template <typename Operation>
     void reduceBinary(Operation operation);
 
     std::vector<double> _stack;
     double m_framerate = 24.0;
     int m_fps = DisplayState24fps;
+    TimecodeNotation m_notation = TimecodeNotation::Classic;
     float m_cachedResultPT = 0.0f;
     float m_cachedResultPF = 0.0f;
 };

@@ -10,6 +10,7 @@
 #include "FloatNarrowing.h"
 #include "GrammarMatcher.h"
 #include "NumberText.h"
+#include "TimestampText.h"
 
 namespace vantrel {
 
@@ -115,8 +116,8 @@ void Calc::reduce_zm2(const Capture&) {
     reduceBinary(std::divides<>());
 }
 
-std::optional<double> Calc::evalToFrames(std::string_view expression, Flavour flavour,
-                                         Extent extent) {
+std::optional<double> Calc::evalToFrames(std::string_view typed, Flavour flavour, Extent extent) {
+    const std::string expression = timestamp_text::classicFromSmpte(typed);
     const GrammarMatcher& matcher = grammarMatcher(flavour);
     // A whole-text match must start at 0, so trying only there finds what a search would.
     const auto match =
@@ -194,20 +195,24 @@ std::optional<std::string> Calc::lazyevalPF(std::string_view expression, int dis
     return evalToText(expression, Flavour::PF, Extent::FirstMatch, displayMode);
 }
 
+// The grammar reads the classic form of the input, which has the input's length, so the matched
+// range cuts the text as typed, SMPTE separators and all.
 std::vector<ColouredSpan> Calc::colorizeLazyEvaluatedString(std::string_view input) const {
     std::vector<ColouredSpan> spans;
     const auto addSpan = [&spans](std::string_view text, SpanColour colour) {
         if (!text.empty()) spans.push_back({std::string(text), colour});
     };
     // Both grammar copies match the same part of any text; they differ only in group names.
-    const auto match = grammarMatcher(Flavour::PT).search(input);
+    const std::string classic = timestamp_text::classicFromSmpte(input);
+    const auto match = grammarMatcher(Flavour::PT).search(classic);
     if (!match) {
         addSpan(input, SpanColour::Red);
         return spans;
     }
-    addSpan(match->prematchString(), SpanColour::Red);
-    addSpan(match->matchedString(), SpanColour::Black);
-    addSpan(match->postmatchString(), SpanColour::Red);
+    const TextRange range = match->range();
+    addSpan(input.substr(0, range.location), SpanColour::Red);
+    addSpan(input.substr(range.location, range.length), SpanColour::Black);
+    addSpan(input.substr(range.location + range.length), SpanColour::Red);
     return spans;
 }
 

@@ -56,12 +56,18 @@ std::string Calc::stringFromFramecount(double framecount) const {
     const auto seconds = static_cast<std::int64_t>(b - c);
     const auto minutes = static_cast<std::int64_t>((a - b) / 60.0);
     const auto hours = static_cast<std::int64_t>((s - a) / 3600.0);
-    return sign + twoDigits(hours) + ":" + twoDigits(minutes) + ":" + twoDigits(seconds) + "." +
-           twoDigits(frames);
+    return sign + twoDigits(hours) + ":" + twoDigits(minutes) + ":" + twoDigits(seconds) +
+           frameSeparator(frameRateForCode(m_fps)) + twoDigits(frames);
+}
+
+char Calc::frameSeparator(const FrameRate* rate) const {
+    if (m_notation == TimecodeNotation::Classic) return '.';
+    return rate && rate->dropFrame != DropFrame::None ? ';' : ':';
 }
 
 std::string Calc::beautifyExpression(std::string_view expression) const {
-    const std::string compact = timestamp_text::withoutSpaces(expression);
+    const std::string compact =
+        timestamp_text::withoutSpaces(timestamp_text::classicFromSmpte(expression));
     const std::string fullForms = fullFormPattern().replaceAll(
         compact, [this](const RegexMatch& match) { return beautifyTimestamp(match); });
     return shortFormPattern().replaceAll(
@@ -94,8 +100,8 @@ std::string Calc::beautifyTimestampString(std::string_view timestamp) const {
     for (auto run = runs.rbegin(); run != runs.rend() && slot < slots.size(); ++run, ++slot) {
         slots[slot] = number_text::digitRunAsInt(*run);
     }
-    return twoDigits(slots[4]) + ":" + twoDigits(slots[3]) + ":" + twoDigits(slots[2]) + "." +
-           twoDigits(slots[1]) + "|" + rateText;
+    return twoDigits(slots[4]) + ":" + twoDigits(slots[3]) + ":" + twoDigits(slots[2]) +
+           frameSeparator(frameRateForSuffix(rateText)) + twoDigits(slots[1]) + "|" + rateText;
 }
 
 std::string Calc::beautifyShortTimestampString(std::string_view timestamp) const {

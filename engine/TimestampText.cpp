@@ -1,10 +1,57 @@
 #include "TimestampText.h"
 
 #include <algorithm>
+#include <array>
+#include <optional>
 
 #include "Regex.h"
 
 namespace vantrel::timestamp_text {
+
+namespace {
+
+constexpr auto npos = std::string_view::npos;
+
+bool isDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+bool isSmpteSeparator(char c) {
+    return c == ':' || c == ';';
+}
+
+// A character that makes a neighbouring run of digits part of a longer timestamp or a number, so
+// that "1:01:00:10:12" and "01:00:10:12.5" are left alone rather than read in part.
+bool joinsDigits(char c) {
+    return isDigit(c) || isSmpteSeparator(c) || c == '.';
+}
+
+// The end of a group of one or two digits that starts at the position, or npos.
+std::size_t digitGroupEnd(std::string_view text, std::size_t position) {
+    std::size_t end = position;
+    while (end < text.size() && end - position < 3 && isDigit(text[end])) ++end;
+    const std::size_t length = end - position;
+    return length == 1 || length == 2 ? end : npos;
+}
+
+// Where the three separators of an SMPTE timestamp starting at the position are, if one does.
+std::optional<std::array<std::size_t, 3>> smpteSeparators(std::string_view text,
+                                                          std::size_t position) {
+    if (position > 0 && joinsDigits(text[position - 1])) return std::nullopt;
+    std::array<std::size_t, 3> separators{};
+    std::size_t end = position;
+    for (std::size_t group = 0; group < 4; ++group) {
+        end = digitGroupEnd(text, end);
+        if (end == npos) return std::nullopt;
+        if (group == 3) break;
+        if (end == text.size() || !isSmpteSeparator(text[end])) return std::nullopt;
+        separators[group] = end++;
+    }
+    if (end < text.size() && joinsDigits(text[end])) return std::nullopt;
+    return separators;
+}
+
+}  // namespace
 
 std::string withoutSpaces(std::string_view text) {
     std::string copy(text);
@@ -29,6 +76,26 @@ std::string shortFormAsFullForm(std::string_view shortForm, std::size_t padding)
                            padded.substr(p - 4, 2) + "." + padded.substr(p - 2, 2);
     fullForm.append(padded.substr(p));
     return fullForm;
+}
+
+std::string classicFromSmpte(std::string_view text) {
+    std::string classic(text);
+    std::size_t position = 0;
+    while (position < text.size()) {
+        if (!isDigit(text[position])) {
+            ++position;
+            continue;
+        }
+        if (const auto separators = smpteSeparators(text, position)) {
+            classic[(*separators)[0]] = ':';
+            classic[(*separators)[1]] = ':';
+            classic[(*separators)[2]] = '.';
+            position = (*separators)[2];
+        }
+        while (position < text.size() && !isDigit(text[position])) ++position;
+        while (position < text.size() && isDigit(text[position])) ++position;
+    }
+    return classic;
 }
 
 }  // namespace vantrel::timestamp_text

@@ -18,4 +18,10 @@ std::vector<std::string_view> digitRuns(std::string_view text);
 /// the right in pairs as frames, seconds, minutes and hours.
 std::string shortFormAsFullForm(std::string_view shortForm, std::size_t padding);
 
+/// The text with every timestamp in SMPTE notation, four groups of one or two digits separated by
+/// ":" or ";" ("01:00:10:12", "01;00;10;12|29d"), written in the classic full form
+/// ("01:00:10.12"). Only separators change, so every position in the result is the position of
+/// the same character in the text the user typed, and a colouring of one fits the other.
+std::string classicFromSmpte(std::string_view text);
+
 }  // namespace vantrel::timestamp_text

@@ -17,6 +17,7 @@ struct EvalRow {
     int displayMode;
     std::optional<std::string> eager;
     std::optional<std::string> lazy;
+    TimecodeNotation notation = TimecodeNotation::Classic;
 };
 
 class Evaluation : public testing::TestWithParam<EvalRow> {};
@@ -25,6 +26,7 @@ TEST_P(Evaluation, FormatsForTheDisplayMode) {
     const EvalRow& row = GetParam();
     Calc calc;
     calc.setFps(row.code);
+    calc.setTimecodeNotation(row.notation);
     EXPECT_EQ(calc.evalPT(row.expression, row.displayMode), row.eager);
     EXPECT_EQ(calc.lazyevalPT(row.expression, row.displayMode), row.lazy);
 }
@@ -72,8 +74,59 @@ INSTANTIATE_TEST_SUITE_P(
         EvalRow{"duration_sum", 1, "01:00:10.12|25+00:00:05.00", DisplayStateTime, "01:00:15.12",
                 "01:00:15.12"},
         EvalRow{"drop_frame_hour", 4, "01:00:00.00*2", DisplayStateTime, "02:00:00.00",
-                "02:00:00.00"}),
+                "02:00:00.00"},
+        EvalRow{"smpte_disk_space_drop", 4, "107892", DisplayStateDiskSpace, "01:00:00;00",
+                "01:00:00;00", TimecodeNotation::Smpte},
+        EvalRow{"smpte_leaves_numbers", 1, "1+2", DisplayStateNumber, "3", "3",
+                TimecodeNotation::Smpte},
+        EvalRow{"smpte_bound_sign", 1, "86400749", DisplayStateTime, "∞", "∞",
+                TimecodeNotation::Smpte}),
     rowName<EvalRow>);
+
+// A timestamp in SMPTE notation reads exactly as the classic form with the same digits, eagerly
+// and lazily, in both readings; a text that is not one stays unread.
+struct SmpteRow {
+    const char* name;
+    int code;
+    const char* smpte;
+    const char* classic;
+    bool accepted = true;
+};
+
+class SmpteNotation : public testing::TestWithParam<SmpteRow> {};
+
+TEST_P(SmpteNotation, ReadsAsTheClassicForm) {
+    const SmpteRow& row = GetParam();
+    Calc calc;
+    calc.setFps(row.code);
+    EXPECT_EQ(calc.evalPTToFrames(row.classic).has_value(), row.accepted);
+    EXPECT_EQ(calc.evalPTToFrames(row.smpte), calc.evalPTToFrames(row.classic));
+    EXPECT_EQ(calc.evalPFToFrames(row.smpte), calc.evalPFToFrames(row.classic));
+    EXPECT_EQ(calc.lazyevalPTToFrames(row.smpte), calc.lazyevalPTToFrames(row.classic));
+    EXPECT_EQ(calc.lazyevalPFToFrames(row.smpte), calc.lazyevalPFToFrames(row.classic));
+    EXPECT_EQ(calc.beautifyExpression(row.smpte), calc.beautifyExpression(row.classic));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Forms, SmpteNotation,
+    testing::Values(
+        SmpteRow{"colons_at_25", 1, "01:00:10:12", "01:00:10.12"},
+        SmpteRow{"suffix_other_rate", 1, "01:00:10:12|24", "01:00:10.12|24"},
+        SmpteRow{"single_digits", 0, "1:2:3:4", "1:2:3.4"},
+        SmpteRow{"drop_minute", 4, "00:01:00;02", "00:01:00.02"},
+        SmpteRow{"drop_skipped_label", 4, "00:01:00;00", "00:01:00.00"},
+        SmpteRow{"semicolons_ten_minutes", 4, "00;10;00;00|29d", "00:10:00.00|29d"},
+        SmpteRow{"semicolon_picks_no_rate", 1, "00:01:00;02", "00:01:00.02"},
+        SmpteRow{"drop23_suffix_at_30", 2, "00:01:00;02|23d", "00:01:00.02|23d"},
+        SmpteRow{"mixed_separators_at_23n", 5, "01;00:00;00|24", "01:00:00.00|24"},
+        SmpteRow{"sum_with_blanks", 1, " 01:00:10:12 + 00:00:05:00 ",
+                 " 01:00:10.12 + 00:00:05.00 "},
+        SmpteRow{"edl_duration", 4, "(01:00:22;15-01:00:00;00)*2", "(01:00:22.15-01:00:00.00)*2"},
+        SmpteRow{"five_groups_unread", 1, "1:01:00:10:12", "1:01:00:10:12", false},
+        SmpteRow{"frames_with_point_unread", 1, "01:00:10:12.5", "01:00:10:12.5", false},
+        SmpteRow{"three_digit_group_unread", 1, "001:00:10:12", "001:00:10:12", false},
+        SmpteRow{"two_groups_unread", 1, "10;12", "10;12", false}),
+    rowName<SmpteRow>);
 
 TEST(Evaluator, PTAndPFReadSuffixesDifferently) {
     Calc calc;

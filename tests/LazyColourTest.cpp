@@ -48,7 +48,14 @@ INSTANTIATE_TEST_SUITE_P(
         ColourRow{"no_number", "abc", {{"abc", red}}, std::nullopt},
         ColourRow{"empty", "", {}, std::nullopt},
         ColourRow{"whole_expression", "01:00:00.00|25*2", {{"01:00:00.00|25*2", black}}, "180000"},
-        ColourRow{"non_ascii_around", "é12€", {{"é", red}, {"12", black}, {"€", red}}, "12"}),
+        ColourRow{"non_ascii_around", "é12€", {{"é", red}, {"12", black}, {"€", red}}, "12"},
+        ColourRow{"smpte_partly_typed", "01:00:10:1", {{"01:00:10:1", black}}, "90251"},
+        ColourRow{
+            "smpte_frames_not_yet_typed", "01:00:10:", {{"01:00:10", black}, {":", red}}, "90250"},
+        ColourRow{"smpte_then_operator",
+                  "x01;00;10;12|25+",
+                  {{"x", red}, {"01;00;10;12|25", black}, {"+", red}},
+                  "90262"}),
     rowName<ColourRow>);
 
 }  // namespace

@@ -14,6 +14,7 @@ struct FormatRow {
     int code;
     double frames;
     const char* expected;
+    TimecodeNotation notation = TimecodeNotation::Classic;
 };
 
 class StringFromFramecount : public testing::TestWithParam<FormatRow> {};
@@ -21,28 +22,37 @@ class StringFromFramecount : public testing::TestWithParam<FormatRow> {};
 TEST_P(StringFromFramecount, WritesDisplayTimestamp) {
     Calc calc;
     calc.setFps(GetParam().code);
+    calc.setTimecodeNotation(GetParam().notation);
     EXPECT_EQ(calc.stringFromFramecount(GetParam().frames), GetParam().expected);
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Examples, StringFromFramecount,
-    testing::Values(FormatRow{"one_hour_at_25", 1, 90000, "01:00:00.00"},
-                    FormatRow{"negative_second_at_30", 2, -30, "-00:00:01.00"},
-                    FormatRow{"zero", 1, 0, "00:00:00.00"},
-                    FormatRow{"negative_zero_has_no_sign", 1, -0.0, "00:00:00.00"},
-                    FormatRow{"drop29_minute_1", 4, 1800, "00:01:00.02"},
-                    FormatRow{"drop29_ten_minutes", 4, 17982, "00:10:00.00"},
-                    FormatRow{"drop29_one_hour", 4, 107892, "01:00:00.00"},
-                    FormatRow{"drop29_negative", 4, -1800, "-00:01:00.02"},
-                    FormatRow{"drop23_minute_1", 3, 1440, "00:01:00.02"},
-                    FormatRow{"nondrop23_counts_24", 5, 24, "00:00:01.00"},
-                    FormatRow{"hours_not_wrapped_at_24", 0, 86400750, "1000:00:31.06"},
-                    FormatRow{"hours_not_wrapped_at_30", 2, 86400750, "800:00:25.00"},
-                    FormatRow{"three_digit_hours", 1, 9000000, "100:00:00.00"},
-                    FormatRow{"fraction_rounds_frame_field_half_up", 1, 12.5, "00:00:00.13"},
-                    FormatRow{"fraction_not_carried_into_seconds", 2, 29.6, "00:00:00.30"},
-                    FormatRow{"nan", 1, std::numeric_limits<double>::quiet_NaN(), "NaN"},
-                    FormatRow{"beyond_any_hour_field", 1, 1e300, "∞"}),
+    testing::Values(
+        FormatRow{"one_hour_at_25", 1, 90000, "01:00:00.00"},
+        FormatRow{"negative_second_at_30", 2, -30, "-00:00:01.00"},
+        FormatRow{"zero", 1, 0, "00:00:00.00"},
+        FormatRow{"negative_zero_has_no_sign", 1, -0.0, "00:00:00.00"},
+        FormatRow{"drop29_minute_1", 4, 1800, "00:01:00.02"},
+        FormatRow{"drop29_ten_minutes", 4, 17982, "00:10:00.00"},
+        FormatRow{"drop29_one_hour", 4, 107892, "01:00:00.00"},
+        FormatRow{"drop29_negative", 4, -1800, "-00:01:00.02"},
+        FormatRow{"drop23_minute_1", 3, 1440, "00:01:00.02"},
+        FormatRow{"nondrop23_counts_24", 5, 24, "00:00:01.00"},
+        FormatRow{"hours_not_wrapped_at_24", 0, 86400750, "1000:00:31.06"},
+        FormatRow{"hours_not_wrapped_at_30", 2, 86400750, "800:00:25.00"},
+        FormatRow{"three_digit_hours", 1, 9000000, "100:00:00.00"},
+        FormatRow{"fraction_rounds_frame_field_half_up", 1, 12.5, "00:00:00.13"},
+        FormatRow{"fraction_not_carried_into_seconds", 2, 29.6, "00:00:00.30"},
+        FormatRow{"nan", 1, std::numeric_limits<double>::quiet_NaN(), "NaN"},
+        FormatRow{"beyond_any_hour_field", 1, 1e300, "∞"},
+        FormatRow{"smpte_one_hour", 1, 90000, "01:00:00:00", TimecodeNotation::Smpte},
+        FormatRow{"smpte_negative", 2, -30, "-00:00:01:00", TimecodeNotation::Smpte},
+        FormatRow{"smpte_over_a_day", 0, 86400750, "1000:00:31:06", TimecodeNotation::Smpte},
+        FormatRow{"smpte_drop29", 4, 1800, "00:01:00;02", TimecodeNotation::Smpte},
+        FormatRow{"smpte_drop29_negative", 4, -17982, "-00:10:00;00", TimecodeNotation::Smpte},
+        FormatRow{"smpte_drop23", 3, 1440, "00:01:00;02", TimecodeNotation::Smpte},
+        FormatRow{"smpte_nondrop29", 6, 1800, "00:01:00:00", TimecodeNotation::Smpte}),
     rowName<FormatRow>);
 
 struct BeautifyRow {
@@ -50,6 +60,7 @@ struct BeautifyRow {
     int code;
     const char* typed;
     const char* expected;
+    TimecodeNotation notation = TimecodeNotation::Classic;
 };
 
 class BeautifyExpression : public testing::TestWithParam<BeautifyRow> {};
@@ -57,6 +68,7 @@ class BeautifyExpression : public testing::TestWithParam<BeautifyRow> {};
 TEST_P(BeautifyExpression, NormalisesTimestamps) {
     Calc calc;
     calc.setFps(GetParam().code);
+    calc.setTimecodeNotation(GetParam().notation);
     EXPECT_EQ(calc.beautifyExpression(GetParam().typed), GetParam().expected);
 }
 
@@ -77,7 +89,13 @@ INSTANTIATE_TEST_SUITE_P(
                     BeautifyRow{"plain_numbers_stay", 1, "100+0.5", "100+0.5"},
                     BeautifyRow{"values_not_carried", 1, "0:0:75", "00:00:75.00|25"},
                     BeautifyRow{"leading_zeros_vanish", 1, "0001:00:00.00", "01:00:00.00|25"},
-                    BeautifyRow{"tabs_are_kept", 1, "1\t+ 2", "1\t+2"}),
+                    BeautifyRow{"tabs_are_kept", 1, "1\t+ 2", "1\t+2"},
+                    BeautifyRow{"smpte_out", 1, "1:0:5 + 0100", "01:00:05:00|25+00:00:01:00|25",
+                                TimecodeNotation::Smpte},
+                    BeautifyRow{"smpte_drop_by_suffix", 1, "01;00;00;00|29d*2", "01:00:00;00|29d*2",
+                                TimecodeNotation::Smpte},
+                    BeautifyRow{"smpte_drop_by_code", 3, "0123", "00:00:01;23|23d",
+                                TimecodeNotation::Smpte}),
     rowName<BeautifyRow>);
 
 TEST(BeautifyTimestamp, SuffixFollowsTheCurrentCode) {

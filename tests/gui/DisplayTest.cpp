@@ -194,4 +194,27 @@ TEST_F(Display, ChoicesShowAfterARestart) {
     EXPECT_EQ(ui().bitDepthPopUpButton->currentIndex(), 7);
 }
 
+TEST_F(Display, TimecodeNotationIsChosenStoredAndRestored) {
+    settings().setValue("TimecodeNotation", "smpte");
+    auto& calc = start();
+    EXPECT_EQ(ui().resultField->text(), "00:00:00:00");
+    QAction classic;
+    QAction smpte;
+    classic.setProperty("tag", 0);
+    smpte.setProperty("tag", 1);
+    calc.setTimecodeNotationItems({&classic, &smpte});
+    EXPECT_TRUE(smpte.isChecked() && !classic.isChecked());
+    type("01:00:00:00*2");
+    pressReturn();
+    EXPECT_EQ(log(), "01:00:00:00|24*2 = 02:00:00:00|24 (PT)\n");
+    calc.changeTimecodeNotation(&classic);
+    EXPECT_EQ(ui().resultField->text(), "02:00:00.00");
+    EXPECT_TRUE(classic.isChecked() && !smpte.isChecked());
+    settings().sync();
+    EXPECT_EQ(settings().value("TimecodeNotation").toString(), "classic");
+    // Anything but "smpte" reads as classic.
+    settings().setValue("TimecodeNotation", "SMPTE");
+    EXPECT_EQ(start().timecodeNotation(), vantrel::TimecodeNotation::Classic);
+}
+
 }  // namespace
