@@ -121,7 +121,15 @@ void StandaloneCalcController::buildMenuBar(QMenuBar* menuBar) {
          {tr("30"), QKeySequence(tr("Alt+5")), DisplayState30fps},
          {QString(), QKeySequence(), -1},
          {tr("23.976 (23n)"), QKeySequence(tr("Alt+6")), DisplayState23nondrop},
-         {tr("29.97 (29n)"), QKeySequence(tr("Alt+7")), DisplayState29nondrop}});
+         {tr("29.97 (29n)"), QKeySequence(tr("Alt+7")), DisplayState29nondrop},
+         {QString(), QKeySequence(), -1},
+         {tr("48"), QKeySequence(tr("Ctrl+Alt+1")), DisplayState48fps},
+         {tr("50"), QKeySequence(tr("Ctrl+Alt+2")), DisplayState50fps},
+         {tr("59.94 Drop Frame (59d)"), QKeySequence(tr("Ctrl+Alt+3")), DisplayState59drop},
+         {tr("60"), QKeySequence(tr("Ctrl+Alt+4")), DisplayState60fps},
+         {QString(), QKeySequence(), -1},
+         {tr("47.952 (47n)"), QKeySequence(tr("Ctrl+Alt+5")), DisplayState47nondrop},
+         {tr("59.94 (59n)"), QKeySequence(tr("Ctrl+Alt+6")), DisplayState59nondrop}});
 
     m_displayCalculationModeMenu =
         addTaggedMenu(menuBar, tr("&Mode"), &StandaloneCalcController::changeDisplayCalcMode,

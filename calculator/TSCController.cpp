@@ -4,11 +4,13 @@
 
 #include <syslog.h>
 
+#include <QAbstractItemView>
 #include <QComboBox>
 #include <QDesktopServices>
 #include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
+#include <QStyle>
 
 #include "CaptionTables.h"
 #include "DisplayHoverButton.h"
@@ -24,12 +26,14 @@ const QColor kWindowGrey(180, 185, 197);
 const QColor kActiveResult(55, 63, 70);
 const QColor kInactiveResult(207, 208, 197);
 
-// The frame-rate pop-up lists the rates by how often editors use them, not by code; position 5
-// is a separator.
-constexpr int kFpsPopUpCodes[] = {DisplayState23drop,    DisplayState24fps,    DisplayState25fps,
-                                  DisplayState29drop,    DisplayState30fps,    -1,
-                                  DisplayState23nondrop, DisplayState29nondrop};
-constexpr int kFpsPopUpSeparator = 5;
+// The frame-rate pop-up lists the rates by how often editors use them, not by code: film and
+// SD video first, then HD and UHD, then the two rarer non-drop rates; -1 marks a separator.
+constexpr int kFpsPopUpSeparator = -1;
+constexpr int kFpsPopUpCodes[] = {
+    DisplayState23drop, DisplayState24fps,  DisplayState25fps,     DisplayState29drop,
+    DisplayState30fps,  kFpsPopUpSeparator, DisplayState23nondrop, DisplayState29nondrop,
+    kFpsPopUpSeparator, DisplayState48fps,  DisplayState50fps,     DisplayState59drop,
+    DisplayState60fps,  kFpsPopUpSeparator, DisplayState47nondrop, DisplayState59nondrop};
 
 template <typename Table>
 void fillPopUp(QComboBox* popUp, const Table& captions) {
@@ -94,13 +98,20 @@ void TSCController::fillPopUps() {
     fillPopUp(m_ui->transferSpeedPopUpButton, captions::kTransferSpeed);
     fillPopUp(m_ui->filmPopUpButton, captions::kFilm);
     fillPopUp(m_ui->systemPopUpButton, captions::kSystem);
-    m_ui->fpsPopUp->removeItem(kFpsPopUpSeparator);
-    m_ui->fpsPopUp->insertSeparator(kFpsPopUpSeparator);
-    for (int position = 0; position < m_ui->fpsPopUp->count(); ++position) {
-        if (position != kFpsPopUpSeparator) {
-            m_ui->fpsPopUp->setItemData(position, kFpsPopUpCodes[position]);
+    QComboBox* popUp = m_ui->fpsPopUp;
+    for (int position = 0; position < popUp->count(); ++position) {
+        const int code = kFpsPopUpCodes[position];
+        if (code != kFpsPopUpSeparator) {
+            popUp->setItemData(position, code);
+            continue;
         }
+        popUp->removeItem(position);
+        popUp->insertSeparator(position);
     }
+    // The list opens wide enough for its longest caption, however narrow the button is.
+    popUp->view()->setMinimumWidth(popUp->view()->sizeHintForColumn(0) +
+                                   2 * popUp->view()->frameWidth() +
+                                   popUp->style()->pixelMetric(QStyle::PM_ScrollBarExtent));
 }
 
 void TSCController::initialize() {

@@ -3,6 +3,7 @@
 
 #include <QComboBox>
 
+#include "FrameRate.h"
 #include "NamedImages.h"
 #include "TSCController.h"
 #include "ui_Calculator.h"
@@ -25,12 +26,10 @@ QString displayStatePicture(int state) {
 }
 
 QString frameRatePicture(int code) {
-    static const char* const suffixes[] = {"24", "25", "30", "23d", "29d", "23n", "29n"};
-    return QStringLiteral("DisplayButton") + QLatin1String(suffixes[code]);
-}
-
-bool isFrameRateCode(int code) {
-    return code >= DisplayState24fps && code <= DisplayState29nondrop;
+    const FrameRate* rate = frameRateForCode(code);
+    const std::string_view suffix = rate ? rate->suffix : kFrameRates.front().suffix;
+    return QStringLiteral("DisplayButton") +
+           QLatin1String(suffix.data(), static_cast<qsizetype>(suffix.size()));
 }
 
 const QString kNotationKey = QStringLiteral("TimecodeNotation");
@@ -107,15 +106,16 @@ void TSCController::setFrameRate(int code) {
 void TSCController::changeDisplayFrameRate(QObject* sender) {
     int code = m_displayFrameRateState;
     if (sender == m_ui->displayButton24) {
-        code = (code + 1) % 7;
+        // Code order, so the classic seven still come in their order before the HD rates.
+        code = (code + 1) % static_cast<int>(kFrameRates.size());
     } else if (sender == m_ui->fpsPopUp) {
         // The separator and anything past the last rate carry no code and keep the rate.
         const QVariant chosen = m_ui->fpsPopUp->currentData();
         if (chosen.isValid()) code = chosen.toInt();
     } else if (sender) {
         const int tag = sender->property("tag").toInt();
-        // The engine only ever runs at one of the seven codes.
-        if (isFrameRateCode(tag)) code = tag;
+        // The engine only ever runs at one of the frame-rate codes.
+        if (frameRateForCode(tag)) code = tag;
     }
     setFrameRate(code);
     clean = false;

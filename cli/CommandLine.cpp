@@ -23,7 +23,9 @@ Evaluates timecode expressions such as '01:00:10.12|25 + 00:00:05.00' and prints
 EXPRESSION argument or else for each line of standard input, one line: the PT result, a tab,
 and the PF result. A reading without a result leaves its field empty.
 
-  -r, --rate CODE      24, 25, 30, 23d, 29d, 23n or 29n (default 24)
+  -r, --rate CODE      24, 25, 30, 23d, 29d, 23n, 29n, 48, 50, 60, 59d, 47n or 59n
+                       (default 24): d is drop frame, n non-drop at 23.976, 29.97,
+                       47.952 or 59.94
   -d, --display MODE   time, number, film or disk (default time): the display state the
                        results are formatted for
   -l, --lazy           evaluate as the window does while typing (first match anywhere,
@@ -98,7 +100,7 @@ private:
 int rateCode(std::string_view text) {
     if (const FrameRate* rate = frameRateForSuffix(text)) return rate->code;
     throw UsageError("unknown frame rate '" + std::string(text) +
-                     "' (use 24, 25, 30, 23d, 29d, 23n or 29n)");
+                     "' (use 24, 25, 30, 23d, 29d, 23n, 29n, 48, 50, 60, 59d, 47n or 59n)");
 }
 
 int displayMode(std::string_view text) {

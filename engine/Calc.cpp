@@ -9,16 +9,23 @@ namespace vantrel {
 
 namespace {
 
-// Frames per ten-minute block and per dropping minute: real frames (A, B) and labels (C, D).
+// One drop-frame scheme: within every block of ten minutes, the first `dropped` labels of each
+// minute are skipped, except in the first minute of the block. Every other figure follows.
 struct DropScheme {
-    std::int64_t realPerTenMinutes;
-    std::int64_t realPerMinute;
-    std::int64_t labelsPerTenMinutes;
     std::int64_t labelsPerMinute;
+    std::int64_t dropped;
+
+    constexpr std::int64_t labelsPerTenMinutes() const { return 10 * labelsPerMinute; }
+    constexpr std::int64_t realPerMinute() const { return labelsPerMinute - dropped; }
+    constexpr std::int64_t droppedPerTenMinutes() const { return 9 * dropped; }
+    constexpr std::int64_t realPerTenMinutes() const {
+        return labelsPerTenMinutes() - droppedPerTenMinutes();
+    }
 };
 
-constexpr DropScheme kDrop29{17982, 1798, 18000, 1800};
-constexpr DropScheme kDrop23{14382, 1438, 14400, 1440};
+constexpr DropScheme kDrop23{1440, 2};
+constexpr DropScheme kDrop29{1800, 2};
+constexpr DropScheme kDrop59{3600, 4};
 
 // Counts are whole frames in 64-bit integers. Beyond 2^53 a double no longer holds every whole
 // number, and nothing that large is ever displayed, so such counts (and NaN, infinities) are
@@ -37,26 +44,45 @@ std::int64_t countFromOne(double count) {
 double dropFromReal(double realCount, const DropScheme& scheme) {
     if (!convertible(realCount)) return realCount;
     std::int64_t n = countFromOne(realCount);
-    const std::int64_t blocks = n / scheme.realPerTenMinutes;
-    const std::int64_t rest = n % scheme.realPerTenMinutes;
-    n += 18 * blocks;
-    if (rest > 2) n += 2 * ((rest - 3) / scheme.realPerMinute);
+    const std::int64_t blocks = n / scheme.realPerTenMinutes();
+    const std::int64_t rest = n % scheme.realPerTenMinutes();
+    n += scheme.droppedPerTenMinutes() * blocks;
+    if (rest > scheme.dropped) {
+        n += scheme.dropped * ((rest - scheme.dropped - 1) / scheme.realPerMinute());
+    }
     return static_cast<double>(n - 1);
 }
 
 double realFromDrop(double dropCount, const DropScheme& scheme) {
     if (!convertible(dropCount)) return dropCount;
     std::int64_t n = countFromOne(dropCount);
-    const std::int64_t blocks = n / scheme.labelsPerTenMinutes;
-    const std::int64_t rest = n % scheme.labelsPerTenMinutes;
-    n -= 18 * blocks;
-    const std::int64_t intoMinutes = rest - 2;
+    const std::int64_t blocks = n / scheme.labelsPerTenMinutes();
+    const std::int64_t rest = n % scheme.labelsPerTenMinutes();
+    n -= scheme.droppedPerTenMinutes() * blocks;
+    const std::int64_t intoMinutes = rest - scheme.dropped;
     if (intoMinutes > 0) {
-        n -= 2 * (intoMinutes / scheme.labelsPerMinute);
-        // The last label of a minute is followed by two skipped ones: step back onto it.
-        if (intoMinutes % scheme.labelsPerMinute == scheme.labelsPerMinute - 1) n -= 1;
+        n -= scheme.dropped * (intoMinutes / scheme.labelsPerMinute);
+        // A skipped label reads as the last real frame before it: the minute's last label is
+        // followed by `dropped` skipped ones, all but the last of which still need stepping back.
+        const std::int64_t intoMinute = intoMinutes % scheme.labelsPerMinute;
+        const std::int64_t firstSkipped = scheme.labelsPerMinute - scheme.dropped;
+        if (intoMinute > firstSkipped) n -= intoMinute - firstSkipped;
     }
     return static_cast<double>(n - 1);
+}
+
+const DropScheme* schemeOf(DropFrame dropFrame) {
+    switch (dropFrame) {
+        case DropFrame::Variant23:
+            return &kDrop23;
+        case DropFrame::Variant29:
+            return &kDrop29;
+        case DropFrame::Variant59:
+            return &kDrop59;
+        case DropFrame::None:
+            break;
+    }
+    return nullptr;
 }
 
 }  // namespace
@@ -84,6 +110,26 @@ double Calc::dropFCfrom23realFC(double realFrameCount) {
 
 double Calc::realFCfrom23dropFC(double dropFrameCount) {
     return realFromDrop(dropFrameCount, kDrop23);
+}
+
+double Calc::dropFCfrom59realFC(double realFrameCount) {
+    return dropFromReal(realFrameCount, kDrop59);
+}
+
+double Calc::realFCfrom59dropFC(double dropFrameCount) {
+    return realFromDrop(dropFrameCount, kDrop59);
+}
+
+double Calc::dropFCfromRealFC(double realFrameCount, int code) {
+    const FrameRate* rate = frameRateForCode(code);
+    const DropScheme* scheme = rate ? schemeOf(rate->dropFrame) : nullptr;
+    return scheme ? dropFromReal(realFrameCount, *scheme) : realFrameCount;
+}
+
+double Calc::realFCfromDropFC(double dropFrameCount, int code) {
+    const FrameRate* rate = frameRateForCode(code);
+    const DropScheme* scheme = rate ? schemeOf(rate->dropFrame) : nullptr;
+    return scheme ? realFromDrop(dropFrameCount, *scheme) : dropFrameCount;
 }
 
 }  // namespace vantrel

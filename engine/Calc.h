@@ -45,7 +45,7 @@ class Calc : public CaptureVisitor {
 public:
     Calc();
 
-    /// Stores the code; for the seven frame-rate codes also sets framerate(). Any other value is
+    /// Stores the code; for the thirteen frame-rate codes also sets framerate(). Any other value is
     /// stored and leaves framerate() as it was.
     void setFps(int code);
     int fps() const { return m_fps; }
@@ -61,6 +61,12 @@ public:
     static double realFCfrom29dropFC(double dropFrameCount);
     static double dropFCfrom23realFC(double realFrameCount);
     static double realFCfrom23dropFC(double dropFrameCount);
+    static double dropFCfrom59realFC(double realFrameCount);
+    static double realFCfrom59dropFC(double dropFrameCount);
+    /// The conversion of the code's drop-frame scheme; a count at a code without one is returned
+    /// as it is.
+    static double dropFCfromRealFC(double realFrameCount, int code);
+    static double realFCfromDropFC(double dropFrameCount, int code);
 
     /// A real frame count as a display timestamp at the current code, e.g. "-01:00:00.00", in the
     /// current notation.

@@ -42,8 +42,7 @@ std::string Calc::stringFromFramecount(double framecount) const {
     const bool negative = framecount < 0;
     const std::string sign = negative ? "-" : "";
     double v = negative ? -framecount : framecount;
-    if (m_fps == DisplayState23drop) v = dropFCfrom23realFC(v);
-    if (m_fps == DisplayState29drop) v = dropFCfrom29realFC(v);
+    v = dropFCfromRealFC(v, m_fps);
     if (!(v < kLargestSplittableCount)) return sign + "∞";
 
     const double nominal = std::floor(m_framerate + 0.5);

@@ -69,12 +69,6 @@ double suffixedLabel(const TimestampParts& parts, const FrameRate& rate) {
     return seconds * rate.nominal + frames;
 }
 
-double realFromDropFor(int code, double count) {
-    if (code == DisplayState23drop) return Calc::realFCfrom23dropFC(count);
-    if (code == DisplayState29drop) return Calc::realFCfrom29dropFC(count);
-    return count;
-}
-
 }  // namespace
 
 double Calc::framecountPTFromString(std::string_view timestamp) const {
@@ -84,11 +78,11 @@ double Calc::framecountPTFromString(std::string_view timestamp) const {
     if (!parts.hasSuffix) {
         value = unsuffixedCount(parts, nominal);
     } else if (const FrameRate* rate = frameRateForSuffix(parts.suffix)) {
-        const double realFrames = realFromDropFor(rate->code, suffixedLabel(parts, *rate));
+        const double realFrames = Calc::realFCfromDropFC(suffixedLabel(parts, *rate), rate->code);
         value = (realFrames * m_framerate) / rate->realRate;
     }
     // At a drop-frame code the time-based value is itself a label count of that code.
-    return realFromDropFor(m_fps, value);
+    return realFCfromDropFC(value, m_fps);
 }
 
 double Calc::framecountPFFromString(std::string_view timestamp) const {
@@ -101,7 +95,7 @@ double Calc::framecountPFFromString(std::string_view timestamp) const {
         value = suffixedLabel(parts, *rate);
         code = rate->code;
     }
-    return realFromDropFor(code, value);
+    return realFCfromDropFC(value, code);
 }
 
 double Calc::framecountPTFromShortString(std::string_view timestamp) const {

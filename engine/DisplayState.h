@@ -10,6 +10,13 @@ inline constexpr int DisplayState23drop = 3;
 inline constexpr int DisplayState29drop = 4;
 inline constexpr int DisplayState23nondrop = 5;
 inline constexpr int DisplayState29nondrop = 6;
+// The rates of HD and UHD work, after the classic seven.
+inline constexpr int DisplayState48fps = 7;
+inline constexpr int DisplayState50fps = 8;
+inline constexpr int DisplayState60fps = 9;
+inline constexpr int DisplayState59drop = 10;
+inline constexpr int DisplayState47nondrop = 11;
+inline constexpr int DisplayState59nondrop = 12;
 
 // Display states: how results are shown. They share 0 and 1 with the rate codes but are a
 // separate set, passed as the displayMode of an evaluation and never stored as a rate.

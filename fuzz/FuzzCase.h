@@ -7,8 +7,8 @@
 namespace vantrel::fuzz {
 
 /// One fuzzer input read as a calculator situation. The first byte picks the frame-rate code
-/// (byte % 7) and the display mode ((byte / 7) % 4), so the 28 selector bytes 0 to 27 reach every
-/// pairing; the remaining bytes are the text in the input field. An empty input is the empty
+/// (byte % 13) and the display mode ((byte / 13) % 4), so the 52 selector bytes 0 to 51 reach
+/// every pairing; the remaining bytes are the text in the input field. An empty input is the empty
 /// text at 24 fps in time display.
 class FuzzCase {
 public:

@@ -24,8 +24,12 @@ class DropFrameReference : public testing::TestWithParam<DropRow> {};
 // Real frame count and drop frame count agree at each boundary, both ways.
 TEST_P(DropFrameReference, ConvertsBothWays) {
     const DropRow& row = GetParam();
-    const auto toDrop = row.variant == 29 ? Calc::dropFCfrom29realFC : Calc::dropFCfrom23realFC;
-    const auto toReal = row.variant == 29 ? Calc::realFCfrom29dropFC : Calc::realFCfrom23dropFC;
+    const auto toDrop = row.variant == 59   ? Calc::dropFCfrom59realFC
+                        : row.variant == 29 ? Calc::dropFCfrom29realFC
+                                            : Calc::dropFCfrom23realFC;
+    const auto toReal = row.variant == 59   ? Calc::realFCfrom59dropFC
+                        : row.variant == 29 ? Calc::realFCfrom29dropFC
+                                            : Calc::realFCfrom23dropFC;
     EXPECT_EQ(toDrop(row.real), row.drop);
     EXPECT_EQ(toReal(row.drop), row.real);
 }
@@ -39,7 +43,13 @@ INSTANTIATE_TEST_SUITE_P(Boundaries, DropFrameReference,
                                          DropRow{"v23_last_frame_of_minute_0", 23, 1439, 1439},
                                          DropRow{"v23_first_frame_of_minute_1", 23, 1440, 1442},
                                          DropRow{"v23_ten_minutes", 23, 14382, 14400},
-                                         DropRow{"v23_one_hour", 23, 86292, 86400}),
+                                         DropRow{"v23_one_hour", 23, 86292, 86400},
+                                         DropRow{"v59_last_frame_of_minute_0", 59, 3599, 3599},
+                                         DropRow{"v59_first_frame_of_minute_1", 59, 3600, 3604},
+                                         DropRow{"v59_end_of_first_block", 59, 35963, 35999},
+                                         DropRow{"v59_ten_minutes", 59, 35964, 36000},
+                                         DropRow{"v59_one_hour", 59, 215784, 216000},
+                                         DropRow{"v59_05_01_30_03", 59, 1084319, 1085403}),
                          rowName<DropRow>);
 
 struct OneWayRow {
@@ -63,6 +73,10 @@ INSTANTIATE_TEST_SUITE_P(
                     OneWayRow{"v23_skipped_label_00", Calc::realFCfrom23dropFC, 1440, 1439},
                     OneWayRow{"v23_skipped_label_01", Calc::realFCfrom23dropFC, 1441, 1439},
                     OneWayRow{"v23_first_label_after_skip", Calc::realFCfrom23dropFC, 1442, 1440},
+                    OneWayRow{"v59_skipped_label_00", Calc::realFCfrom59dropFC, 3600, 3599},
+                    OneWayRow{"v59_skipped_label_03", Calc::realFCfrom59dropFC, 3603, 3599},
+                    OneWayRow{"v59_first_label_after_skip", Calc::realFCfrom59dropFC, 3604, 3600},
+                    OneWayRow{"v59_skipped_in_minute_2", Calc::realFCfrom59dropFC, 7202, 7195},
                     OneWayRow{"half_rounds_up", Calc::dropFCfrom29realFC, 1799.5, 1802},
                     OneWayRow{"below_half_rounds_down", Calc::dropFCfrom29realFC, 1799.49, 1799},
                     OneWayRow{"drop_half_rounds_up", Calc::realFCfrom29dropFC, 1801.5, 1800},
@@ -70,22 +84,25 @@ INSTANTIATE_TEST_SUITE_P(
                               3003003004.0}),
     rowName<OneWayRow>);
 
-TEST(DropFrame, RoundTripsEveryWholeFrameOfBothVariants) {
-    for (int x = 0; x <= 400000; ++x) {
-        const double real = x;
-        ASSERT_EQ(Calc::realFCfrom29dropFC(Calc::dropFCfrom29realFC(real)), real) << "29 at " << x;
-        ASSERT_EQ(Calc::realFCfrom23dropFC(Calc::dropFCfrom23realFC(real)), real) << "23 at " << x;
-    }
-}
-
-TEST(DropFrame, NeverYieldsASkippedLabel) {
-    for (int x = 0; x <= 400000; ++x) {
-        const auto label29 = static_cast<std::int64_t>(Calc::dropFCfrom29realFC(x));
-        const auto label23 = static_cast<std::int64_t>(Calc::dropFCfrom23realFC(x));
-        const bool skipped29 = label29 % 1800 < 2 && (label29 / 1800) % 10 != 0;
-        const bool skipped23 = label23 % 1440 < 2 && (label23 / 1440) % 10 != 0;
-        ASSERT_FALSE(skipped29) << x;
-        ASSERT_FALSE(skipped23) << x;
+// Over a whole day at 59.94: every real frame gets a label that is never a skipped one, the
+// labels climb by one frame at a time, and reading the label back gives the frame.
+TEST(DropFrame, RoundTripsEveryWholeFrameOfTheFirstDay) {
+    struct Variant {
+        double (*toDrop)(double);
+        double (*toReal)(double);
+        std::int64_t labelsPerMinute, dropped;
+    };
+    const Variant variants[] = {{Calc::dropFCfrom23realFC, Calc::realFCfrom23dropFC, 1440, 2},
+                                {Calc::dropFCfrom29realFC, Calc::realFCfrom29dropFC, 1800, 2},
+                                {Calc::dropFCfrom59realFC, Calc::realFCfrom59dropFC, 3600, 4}};
+    for (const Variant& v : variants) {
+        const int day = static_cast<int>(24 * 600 * (10 * v.labelsPerMinute - 9 * v.dropped) / 10);
+        for (int x = 0; x < day; ++x) {
+            const auto label = static_cast<std::int64_t>(v.toDrop(x));
+            const std::int64_t minute = label / v.labelsPerMinute;
+            ASSERT_FALSE(label % v.labelsPerMinute < v.dropped && minute % 10 != 0) << x;
+            ASSERT_EQ(v.toReal(static_cast<double>(label)), x) << v.labelsPerMinute << " at " << x;
+        }
     }
 }
 
@@ -105,9 +122,10 @@ TEST(FrameRate, NewEngineRunsAt24) {
 }
 
 TEST(FrameRate, SetFpsStoresTheRateOfEachCode) {
-    const double expected[] = {24.0, 25.0, 30.0, 24.0, 30.0, 23.97000000000166, 29.97};
+    const double expected[] = {24.0, 25.0, 30.0, 24.0,   30.0, 23.97000000000166, 29.97, 48.0,
+                               50.0, 60.0, 60.0, 47.952, 59.94};
     Calc calc;
-    for (int code = 0; code < 7; ++code) {
+    for (int code = 0; code < 13; ++code) {
         calc.setFps(code);
         EXPECT_EQ(calc.fps(), code);
         EXPECT_EQ(calc.framerate(), expected[code]) << "code " << code;
@@ -119,8 +137,8 @@ TEST(FrameRate, SetFpsStoresTheRateOfEachCode) {
 TEST(FrameRate, UnknownCodeKeepsTheRate) {
     Calc calc;
     calc.setFps(vantrel::DisplayState29nondrop);
-    calc.setFps(7);
-    EXPECT_EQ(calc.fps(), 7);
+    calc.setFps(13);  // the first value after the thirteen codes
+    EXPECT_EQ(calc.fps(), 13);
     EXPECT_EQ(calc.framerate(), 29.97);
 }
 

@@ -52,7 +52,11 @@ INSTANTIATE_TEST_SUITE_P(
         FormatRow{"smpte_drop29", 4, 1800, "00:01:00;02", TimecodeNotation::Smpte},
         FormatRow{"smpte_drop29_negative", 4, -17982, "-00:10:00;00", TimecodeNotation::Smpte},
         FormatRow{"smpte_drop23", 3, 1440, "00:01:00;02", TimecodeNotation::Smpte},
-        FormatRow{"smpte_nondrop29", 6, 1800, "00:01:00:00", TimecodeNotation::Smpte}),
+        FormatRow{"smpte_nondrop29", 6, 1800, "00:01:00:00", TimecodeNotation::Smpte},
+        FormatRow{"drop59_reference", 10, 1084319, "05:01:30.03"},
+        FormatRow{"smpte_drop59", 10, 3600, "00:01:00;04", TimecodeNotation::Smpte},
+        FormatRow{"fifty_one_hour", 8, 180000, "01:00:00.00"},
+        FormatRow{"nondrop47_counts_48", 11, 172800, "01:00:00.00"}),
     rowName<FormatRow>);
 
 struct BeautifyRow {
@@ -74,34 +78,39 @@ TEST_P(BeautifyExpression, NormalisesTimestamps) {
 
 INSTANTIATE_TEST_SUITE_P(
     Examples, BeautifyExpression,
-    testing::Values(BeautifyRow{"already_normal", 1, "01:00:10.12|25", "01:00:10.12|25"},
-                    BeautifyRow{"adds_current_suffix", 1, "1:0:5", "01:00:05.00|25"},
-                    BeautifyRow{"keeps_typed_suffix", 1, "1:2:3.4|23n", "01:02:03.04|23n"},
-                    BeautifyRow{"empty_hour_and_minute", 1, "::5", "00:00:05.00|25"},
-                    BeautifyRow{"single_colon_with_frames_untouched", 1, "0:30.00", "0:30.00"},
-                    BeautifyRow{"single_colon_untouched", 1, "12:34", "12:34"},
-                    BeautifyRow{"short_form", 0, "0123", "00:00:01.23|24"},
-                    BeautifyRow{"short_form_with_suffix", 1, "0123|29d", "00:00:01.23|29d"},
-                    BeautifyRow{"short_form_odd_suffix_copied", 1, "0123|2", "00:00:01.23|2"},
-                    BeautifyRow{"short_form_eight_digits", 1, "012345678", "12:34:56.78|25"},
-                    BeautifyRow{"expression_without_spaces", 1, "01:00:00.00 + 0100 * 2",
-                                "01:00:00.00|25+00:00:01.00|25*2"},
-                    BeautifyRow{"plain_numbers_stay", 1, "100+0.5", "100+0.5"},
-                    BeautifyRow{"values_not_carried", 1, "0:0:75", "00:00:75.00|25"},
-                    BeautifyRow{"leading_zeros_vanish", 1, "0001:00:00.00", "01:00:00.00|25"},
-                    BeautifyRow{"tabs_are_kept", 1, "1\t+ 2", "1\t+2"},
-                    BeautifyRow{"smpte_out", 1, "1:0:5 + 0100", "01:00:05:00|25+00:00:01:00|25",
-                                TimecodeNotation::Smpte},
-                    BeautifyRow{"smpte_drop_by_suffix", 1, "01;00;00;00|29d*2", "01:00:00;00|29d*2",
-                                TimecodeNotation::Smpte},
-                    BeautifyRow{"smpte_drop_by_code", 3, "0123", "00:00:01;23|23d",
-                                TimecodeNotation::Smpte}),
+    testing::Values(
+        BeautifyRow{"already_normal", 1, "01:00:10.12|25", "01:00:10.12|25"},
+        BeautifyRow{"adds_current_suffix", 1, "1:0:5", "01:00:05.00|25"},
+        BeautifyRow{"keeps_typed_suffix", 1, "1:2:3.4|23n", "01:02:03.04|23n"},
+        BeautifyRow{"empty_hour_and_minute", 1, "::5", "00:00:05.00|25"},
+        BeautifyRow{"single_colon_with_frames_untouched", 1, "0:30.00", "0:30.00"},
+        BeautifyRow{"single_colon_untouched", 1, "12:34", "12:34"},
+        BeautifyRow{"short_form", 0, "0123", "00:00:01.23|24"},
+        BeautifyRow{"short_form_with_suffix", 1, "0123|29d", "00:00:01.23|29d"},
+        BeautifyRow{"short_form_odd_suffix_copied", 1, "0123|2", "00:00:01.23|2"},
+        BeautifyRow{"short_form_eight_digits", 1, "012345678", "12:34:56.78|25"},
+        BeautifyRow{"expression_without_spaces", 1, "01:00:00.00 + 0100 * 2",
+                    "01:00:00.00|25+00:00:01.00|25*2"},
+        BeautifyRow{"plain_numbers_stay", 1, "100+0.5", "100+0.5"},
+        BeautifyRow{"values_not_carried", 1, "0:0:75", "00:00:75.00|25"},
+        BeautifyRow{"leading_zeros_vanish", 1, "0001:00:00.00", "01:00:00.00|25"},
+        BeautifyRow{"tabs_are_kept", 1, "1\t+ 2", "1\t+2"},
+        BeautifyRow{"smpte_out", 1, "1:0:5 + 0100", "01:00:05:00|25+00:00:01:00|25",
+                    TimecodeNotation::Smpte},
+        BeautifyRow{"smpte_drop_by_suffix", 1, "01;00;00;00|29d*2", "01:00:00;00|29d*2",
+                    TimecodeNotation::Smpte},
+        BeautifyRow{"smpte_drop_by_code", 3, "0123", "00:00:01;23|23d", TimecodeNotation::Smpte},
+        BeautifyRow{"hd_suffixes_kept", 8, "1:2:3.4|48+0:0:1.2|59d*2-0123|47n+1:0:0.0|59n",
+                    "01:02:03.04|48+00:00:01.02|59d*2-00:00:01.23|47n+01:00:00.00|59n"},
+        BeautifyRow{"smpte_drop59_suffix", 8, "00:01:00:04|59d+0:0:1.2|60",
+                    "00:01:00;04|59d+00:00:01:02|60", TimecodeNotation::Smpte}),
     rowName<BeautifyRow>);
 
 TEST(BeautifyTimestamp, SuffixFollowsTheCurrentCode) {
-    const char* suffixes[] = {"24", "25", "30", "23d", "29d", "23n", "29n"};
+    const char* suffixes[] = {"24", "25", "30", "23d", "29d", "23n", "29n",
+                              "48", "50", "60", "59d", "47n", "59n"};
     Calc calc;
-    for (int code = 0; code < 7; ++code) {
+    for (int code = 0; code < 13; ++code) {
         calc.setFps(code);
         EXPECT_EQ(calc.beautifyTimestampString("1:2:3"),
                   std::string("01:02:03.00|") + suffixes[code]);

@@ -64,7 +64,13 @@ INSTANTIATE_TEST_SUITE_P(
                     ReadRow{"short_one_hour", "01000000|25", 0, 86400, 90000},
                     ReadRow{"short_two_digits", "05", 1, 5, 5},
                     ReadRow{"short_drop", "012345678|29d", 4, 1357601, 1357600},
-                    ReadRow{"no_digits", "::", 1, 0, 0}),
+                    ReadRow{"no_digits", "::", 1, 0, 0},
+                    ReadRow{"suffix_50_at_25", "01:00:00.00|50", 1, 90000, 180000},
+                    ReadRow{"suffix_59d_at_25", "01:00:00.00|59d", 1, 90000, 215784},
+                    ReadRow{"suffix_47n_at_24", "01:00:00.00|47n", 0, 86486.4864864865, 172800},
+                    ReadRow{"drop59_minute_at_59d", "00:01:00.04|59d", 10, 3600, 3600},
+                    ReadRow{"drop59_code_no_suffix", "00:10:00.00", 10, 35964, 35964},
+                    ReadRow{"suffix_59n_at_60", "00:00:01.00|59n", 9, 60.06006006006, 60}),
     rowName<ReadRow>);
 
 }  // namespace

@@ -87,28 +87,32 @@ TEST_F(Display, EmptyInputShowsThePlaceholderOfTheState) {
     EXPECT_EQ(ui().resultField->text(), "00:00:00.00");
 }
 
-TEST_F(Display, RateButtonStepsThroughAllSevenCodes) {
+TEST_F(Display, RateButtonStepsThroughAllCodesInOrder) {
     auto& calc = start();
-    auto menu = taggedMenu({0, 1, 2, 3, 4, 5, 6});
+    auto menu = taggedMenu({0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12});
     calc.setDisplayFrameRateMenu(menu.get());
     type("48");
     QList<int> engineCodes;
     QStringList results;
-    for (int click = 0; click < 7; ++click) {
+    for (int click = 0; click < 13; ++click) {
         QTest::mouseClick(ui().displayButton24, Qt::LeftButton);
         engineCodes << calc.calculator().fps();
         results << ui().resultField->text();
         EXPECT_EQ(checkedTags(menu.get()), QList<int>{calc.displayFrameRateState()});
         EXPECT_EQ(ui().fpsPopUp->currentData().toInt(), calc.displayFrameRateState());
     }
-    EXPECT_EQ(engineCodes, (QList<int>{1, 2, 3, 4, 5, 6, 0}));
+    EXPECT_EQ(engineCodes, (QList<int>{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 0}));
     EXPECT_EQ(results, (QStringList{"00:00:01.23", "00:00:01.18", "00:00:02.00", "00:00:01.18",
-                                    "00:00:02.00", "00:00:01.18", "00:00:02.00"}));
+                                    "00:00:02.00", "00:00:01.18", "00:00:01.00", "00:00:00.48",
+                                    "00:00:00.48", "00:00:00.48", "00:00:01.00", "00:00:00.48",
+                                    "00:00:02.00"}));
 }
 
 TEST_F(Display, PopUpPositionsMapToCodes) {
     auto& calc = start();
-    const std::pair<int, int> positions[] = {{0, 3}, {4, 2}, {5, 2}, {7, 6}, {1, 0}};
+    const std::pair<int, int> positions[] = {{0, 3},  {4, 2},   {5, 2},   {7, 6},
+                                             {8, 6},  {9, 7},   {11, 10}, {12, 9},
+                                             {13, 9}, {14, 11}, {15, 12}, {1, 0}};
     for (const auto& [position, code] : positions) {
         ui().fpsPopUp->setCurrentIndex(position);
         calc.changeDisplayFrameRate(ui().fpsPopUp);
@@ -120,7 +124,7 @@ TEST_F(Display, PopUpPositionsMapToCodes) {
 TEST_F(Display, ForeignRateTagNeverReachesTheEngine) {
     auto& calc = start();
     QAction foreign;
-    foreign.setProperty("tag", 9);
+    foreign.setProperty("tag", 13);
     calc.changeDisplayFrameRate(&foreign);
     EXPECT_EQ(calc.calculator().fps(), vantrel::DisplayState24fps);
 }

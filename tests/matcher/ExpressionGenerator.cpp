@@ -8,11 +8,12 @@ namespace vantrel::matcher_tests {
 
 namespace {
 
-constexpr std::array<std::string_view, 7> kSuffixes{"|24",  "|25",  "|30", "|23d",
-                                                    "|29d", "|23n", "|29n"};
+constexpr std::array<std::string_view, 13> kSuffixes{"|24",  "|25", "|30", "|23d", "|29d",
+                                                     "|23n", "|29n", "|48", "|50", "|60",
+                                                     "|59d", "|47n", "|59n"};
 // Near misses of a suffix: wrong case, too short, doubled, unknown, bare bar.
-constexpr std::array<std::string_view, 7> kBadSuffixes{"|23N", "|2",  "|24|25", "|99",
-                                                       "|",    "|29", "|25d"};
+constexpr std::array<std::string_view, 8> kBadSuffixes{"|23N", "|2",  "|24|25", "|99",
+                                                       "|",    "|29", "|25d",   "|59"};
 constexpr std::array<std::string_view, 9> kBlanks{"", "", "", " ", " ", "\t", "  ", "\n", "\r\v\f"};
 constexpr std::string_view kOperators = "++++---****//";
 // What the grammar reads, a little else, and bytes it never reads.
