@@ -27,13 +27,23 @@ const QColor kActiveResult(55, 63, 70);
 const QColor kInactiveResult(207, 208, 197);
 
 // The frame-rate pop-up lists the rates by how often editors use them, not by code: film and
-// SD video first, then HD and UHD, then the two rarer non-drop rates; -1 marks a separator.
+// SD video first, then HD and UHD, then the two rarer non-drop rates. A separator has no code.
+// The closed pop-up shows the compact caption.
+struct FpsPopUpItem {
+    int code;
+    const char* compactCaption;
+};
+
 constexpr int kFpsPopUpSeparator = -1;
-constexpr int kFpsPopUpCodes[] = {
-    DisplayState23drop, DisplayState24fps,  DisplayState25fps,     DisplayState29drop,
-    DisplayState30fps,  kFpsPopUpSeparator, DisplayState23nondrop, DisplayState29nondrop,
-    kFpsPopUpSeparator, DisplayState48fps,  DisplayState50fps,     DisplayState59drop,
-    DisplayState60fps,  kFpsPopUpSeparator, DisplayState47nondrop, DisplayState59nondrop};
+constexpr FpsPopUpItem kFpsPopUpItems[] = {
+    {DisplayState23drop, "23.976d"},   {DisplayState24fps, "24"},
+    {DisplayState25fps, "25"},         {DisplayState29drop, "29.97d"},
+    {DisplayState30fps, "30"},         {kFpsPopUpSeparator, ""},
+    {DisplayState23nondrop, "23.976"}, {DisplayState29nondrop, "29.97"},
+    {kFpsPopUpSeparator, ""},          {DisplayState48fps, "48"},
+    {DisplayState50fps, "50"},         {DisplayState59drop, "59.94d"},
+    {DisplayState60fps, "60"},         {kFpsPopUpSeparator, ""},
+    {DisplayState47nondrop, "47.952"}, {DisplayState59nondrop, "59.94"}};
 
 template <typename Table>
 void fillPopUp(QComboBox* popUp, const Table& captions) {
@@ -98,16 +108,20 @@ void TSCController::fillPopUps() {
     fillPopUp(m_ui->transferSpeedPopUpButton, captions::kTransferSpeed);
     fillPopUp(m_ui->filmPopUpButton, captions::kFilm);
     fillPopUp(m_ui->systemPopUpButton, captions::kSystem);
-    QComboBox* popUp = m_ui->fpsPopUp;
-    for (int position = 0; position < popUp->count(); ++position) {
-        const int code = kFpsPopUpCodes[position];
-        if (code != kFpsPopUpSeparator) {
-            popUp->setItemData(position, code);
+    CompactComboBox* popUp = m_ui->fpsPopUp;
+    const int items = std::min(popUp->count(), static_cast<int>(std::size(kFpsPopUpItems)));
+    for (int position = 0; position < items; ++position) {
+        const FpsPopUpItem& item = kFpsPopUpItems[position];
+        if (item.code == kFpsPopUpSeparator) {
+            popUp->removeItem(position);
+            popUp->insertSeparator(position);
             continue;
         }
-        popUp->removeItem(position);
-        popUp->insertSeparator(position);
+        popUp->setItemData(position, item.code);
+        popUp->setItemData(position, QString::fromLatin1(item.compactCaption),
+                           CompactComboBox::kCompactCaptionRole);
     }
+    popUp->updateGeometry();
     // The list opens wide enough for its longest caption, however narrow the button is.
     popUp->view()->setMinimumWidth(popUp->view()->sizeHintForColumn(0) +
                                    2 * popUp->view()->frameWidth() +

@@ -1,4 +1,5 @@
 #include <QComboBox>
+#include <QStyleOptionComboBox>
 
 #include "ControllerFixture.h"
 #include "TestRows.h"
@@ -90,9 +91,20 @@ TEST_F(ControllerFixture, PopUpChoicesAreStored) {
 
 TEST_F(ControllerFixture, FrameRatePopUpStartsAt24WithASeparator) {
     start();
-    EXPECT_EQ(ui().fpsPopUp->currentData().toInt(), vantrel::DisplayState24fps);
-    EXPECT_EQ(ui().fpsPopUp->currentIndex(), 1);
-    EXPECT_FALSE(ui().fpsPopUp->itemData(5).isValid());
+    vantrel::CompactComboBox* popUp = ui().fpsPopUp;
+    EXPECT_EQ(popUp->currentData().toInt(), vantrel::DisplayState24fps);
+    EXPECT_EQ(popUp->currentIndex(), 1);
+    EXPECT_FALSE(popUp->itemData(5).isValid());
+    // The closed pop-up shows every rate's caption whole.
+    QStyleOptionComboBox option;
+    option.initFrom(popUp);
+    const QRect field = popUp->style()->subControlRect(QStyle::CC_ComboBox, &option,
+                                                       QStyle::SC_ComboBoxEditField, popUp);
+    for (int position = 0; position < popUp->count(); ++position) {
+        const QString caption = popUp->compactCaption(position);
+        EXPECT_LE(popUp->fontMetrics().horizontalAdvance(caption), field.width())
+            << caption.toStdString();
+    }
 }
 
 }  // namespace
