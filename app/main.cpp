@@ -1,10 +1,46 @@
 #include <QApplication>
 #include <QIcon>
+#include <cstdio>
+#include <string_view>
 
 #include "SingleInstance.h"
 #include "StandaloneCalcController.h"
+#include "Version.h"
+
+namespace {
+
+constexpr std::string_view kUsage =
+    R"(Usage: vantrel [options]
+Opens the Vantrel calculator window: arithmetic over timecodes, frame counts and plain numbers
+for film and video post-production, with every result in two readings side by side. When
+Vantrel is already running for this user, its window comes to the front instead.
+
+  -h, --help     show this help and exit
+      --version  show the version and exit
+
+For scripts and batch work, see vantrel-calc(1).
+)";
+
+// Answered before the application starts, so they work without a display.
+bool answeredFromTheCommandLine(int argc, char** argv) {
+    for (int index = 1; index < argc; ++index) {
+        const std::string_view argument = argv[index];
+        if (argument == "-h" || argument == "--help") {
+            std::fwrite(kUsage.data(), 1, kUsage.size(), stdout);
+            return true;
+        }
+        if (argument == "--version") {
+            std::printf("vantrel %s (%s)\n", vantrel::kShortVersion, vantrel::kBuildVersion);
+            return true;
+        }
+    }
+    return false;
+}
+
+}  // namespace
 
 int main(int argc, char** argv) {
+    if (answeredFromTheCommandLine(argc, argv)) return 0;
     QApplication application(argc, argv);
     QApplication::setOrganizationName(QStringLiteral("Glessik"));
     QApplication::setApplicationName(QStringLiteral("Vantrel"));

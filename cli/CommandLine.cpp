@@ -7,6 +7,8 @@
 #include <ostream>
 #include <string_view>
 
+#include <nlohmann/json.hpp>
+
 #include "Calc.h"
 #include "CaptionTables.h"
 #include "FrameRate.h"
@@ -31,6 +33,11 @@ and the PF result. A reading without a result leaves its field empty.
   -l, --lazy           evaluate as the window does while typing (first match anywhere,
                        lazy bounds)
   -b, --beautify       print each expression's normalised form instead of its results
+  -j, --json           print one JSON object per expression instead of tab-separated
+                       fields: "expression", "pt", "pf", "ptFrames", "pfFrames", and the
+                       side figures asked for ("diskSpacePT" ... "filmLengthPF"); a
+                       reading without a result, and a count that is not a finite
+                       number (NaN, infinities), is null
   -n, --notation NAME  classic (01:00:10.12, the default) or smpte (01:00:10:12, with ';'
                        before the frames at the drop-frame rates): how timecodes are
                        written; both are always read
@@ -81,6 +88,7 @@ struct Options {
     TimecodeNotation notation = TimecodeNotation::Classic;
     bool lazy = false;
     bool beautify = false;
+    bool json = false;
     bool help = false;
     bool version = false;
     std::optional<side_calculators::DiskChoice> disk;
@@ -202,6 +210,8 @@ Options parseOptions(const std::vector<std::string>& arguments) {
             options.lazy = true;
         } else if (!attached && (name == "-b" || name == "--beautify")) {
             options.beautify = true;
+        } else if (!attached && (name == "-j" || name == "--json")) {
+            options.json = true;
         } else if (!attached && (name == "-h" || name == "--help")) {
             options.help = true;
         } else if (!attached && name == "--version") {
@@ -229,10 +239,12 @@ public:
         const auto pf = m_options.lazy ? m_calc.lazyevalPF(expression, m_options.displayMode)
                                        : m_calc.evalPF(expression, m_options.displayMode);
         m_everyExpressionAccepted = m_everyExpressionAccepted && pt && pf;
-        if (m_options.beautify) {
+        if (m_options.json) {
+            printJson(expression, pt, pf);
+        } else if (m_options.beautify) {
             m_output << m_calc.beautifyExpression(expression) << '\n';
         } else {
-            m_output << pt.value_or("") << '\t' << pf.value_or("") << sideFigures() << '\n';
+            m_output << pt.value_or("") << '\t' << pf.value_or("") << sideFields() << '\n';
         }
         // Flushed per line, so a program that feeds lines through a pipe gets each answer at once.
         m_output.flush();
@@ -241,25 +253,53 @@ public:
     bool everyExpressionAccepted() const { return m_everyExpressionAccepted; }
 
 private:
+    using Json = nlohmann::ordered_json;
+
+    // Keys in a fixed order, so a script or a person reading the lines finds them in one place.
+    // Text that is not valid UTF-8 is written with U+FFFD in place of each bad byte.
+    void printJson(std::string_view expression, const std::optional<std::string>& pt,
+                   const std::optional<std::string>& pf) {
+        const auto textOrNull = [](const std::optional<std::string>& text) {
+            return text ? Json(*text) : Json();
+        };
+        Json line;
+        line["expression"] = expression;
+        if (m_options.beautify) line["beautified"] = m_calc.beautifyExpression(expression);
+        line["pt"] = textOrNull(pt);
+        line["pf"] = textOrNull(pf);
+        line["ptFrames"] = pt ? Json(m_calc.cachedResultPT()) : Json();
+        line["pfFrames"] = pf ? Json(m_calc.cachedResultPF()) : Json();
+        for (const auto& [key, text] : sideFigures()) line[key] = text;
+        m_output << line.dump(-1, ' ', false, Json::error_handler_t::replace) << '\n';
+    }
+
     // As in the window, the side calculators read the engine's cached results, which a rejected
     // line leaves at the last accepted one.
-    std::string sideFigures() const {
-        std::string fields;
+    std::vector<std::pair<std::string_view, std::string>> sideFigures() const {
+        std::vector<std::pair<std::string_view, std::string>> figures;
         const float pt = m_calc.cachedResultPT();
         const float pf = m_calc.cachedResultPF();
         if (m_options.disk) {
-            for (const float frames : {pt, pf}) {
-                const auto figures =
-                    side_calculators::diskSpaceAndTransferTime(frames, *m_options.disk);
-                fields += '\t' + figures.diskSpace + '\t' + figures.transferTime;
-            }
+            const auto ptDisk = side_calculators::diskSpaceAndTransferTime(pt, *m_options.disk);
+            const auto pfDisk = side_calculators::diskSpaceAndTransferTime(pf, *m_options.disk);
+            figures.emplace_back("diskSpacePT", ptDisk.diskSpace);
+            figures.emplace_back("transferTimePT", ptDisk.transferTime);
+            figures.emplace_back("diskSpacePF", pfDisk.diskSpace);
+            figures.emplace_back("transferTimePF", pfDisk.transferTime);
         }
         if (m_options.film) {
-            for (const float frames : {pt, pf}) {
-                fields += '\t' + side_calculators::filmLength(frames, m_options.film->gauge,
-                                                              m_options.film->unit);
-            }
+            const auto& film = *m_options.film;
+            figures.emplace_back("filmLengthPT",
+                                 side_calculators::filmLength(pt, film.gauge, film.unit));
+            figures.emplace_back("filmLengthPF",
+                                 side_calculators::filmLength(pf, film.gauge, film.unit));
         }
+        return figures;
+    }
+
+    std::string sideFields() const {
+        std::string fields;
+        for (const auto& figure : sideFigures()) fields += '\t' + figure.second;
         return fields;
     }
 

@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include <nlohmann/json.hpp>
+
 #include "CommandLine.h"
 #include "TestRows.h"
 
@@ -138,6 +140,51 @@ INSTANTIATE_TEST_SUITE_P(
         CliRow{"film_unit_outside_table", {"--film", "0,2", "1"}, "", "", 2},
         CliRow{"film_not_a_number", {"--film", "x,0", "1"}, "", "", 2}),
     rowName<CliRow>);
+
+// --json: each line parses back, whatever the expression holds, with the keys asked for.
+struct JsonRow {
+    const char* name;
+    std::vector<std::string> arguments;
+    nlohmann::json expected;  // the keys to check and their values
+};
+
+class JsonOutput : public testing::TestWithParam<JsonRow> {};
+
+TEST_P(JsonOutput, ParsesBackWithItsKeys) {
+    std::vector<std::string> arguments{"--json"};
+    arguments.insert(arguments.end(), GetParam().arguments.begin(), GetParam().arguments.end());
+    const CliRun result = run(arguments, "");
+    ASSERT_TRUE(result.output.ends_with('\n'));
+    const auto line = nlohmann::json::parse(result.output);
+    for (const auto& [key, value] : GetParam().expected.items())
+        EXPECT_EQ(line.at(key), value) << key;
+}
+
+using nlohmann::json;
+
+INSTANTIATE_TEST_SUITE_P(
+    Lines, JsonOutput,
+    testing::Values(
+        JsonRow{"accepted",
+                {"-r", "25", "01:00:00:00|24*2"},
+                {{"expression", "01:00:00:00|24*2"},
+                 {"pt", "02:00:00.00"},
+                 {"pf", "01:55:12.00"},
+                 {"ptFrames", 180000},
+                 {"pfFrames", 172800}}},
+        JsonRow{"refused", {"5|25"}, {{"pt", nullptr}, {"pf", nullptr}, {"ptFrames", nullptr}}},
+        JsonRow{"quotes_backslashes_controls",
+                {"--", "\"\\\t\x01\n-"},
+                {{"expression", "\"\\\t\x01\n-"}, {"pt", nullptr}}},
+        JsonRow{"invalid_utf8_replaced", {"1+\xff"}, {{"expression", "1+\uFFFD"}, {"pt", nullptr}}},
+        JsonRow{"zero_by_zero", {"00/(1-1)"}, {{"pt", "NaN"}, {"ptFrames", nullptr}}},
+        JsonRow{"infinity", {"-d", "number", "1/(1-1)"}, {{"pf", "∞"}, {"pfFrames", nullptr}}},
+        JsonRow{"side_figures",
+                {"--disk", "4,2,1,4", "--film=4,0", "1500"},
+                {{"diskSpacePT", "14.6 GB"},
+                 {"transferTimePF", "24.3 min"},
+                 {"filmLengthPF", "28.85 m"}}}),
+    rowName<JsonRow>);
 
 TEST(CommandLine, HelpAndVersion) {
     const CliRun help = run({"--help"}, "");

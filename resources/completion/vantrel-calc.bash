@@ -1,0 +1,28 @@
+# Bash completion for vantrel-calc: options, rate codes, display modes and notations.
+_vantrel_calc() {
+    local current=${COMP_WORDS[COMP_CWORD]}
+    local previous=${COMP_WORDS[COMP_CWORD-1]}
+    local word
+    # Once "--" or an expression has been given, everything after it is an expression.
+    for word in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
+        [ "$word" = "--" ] && return 0
+    done
+    case $previous in
+        -r | --rate)
+            COMPREPLY=($(compgen -W "24 25 30 23d 29d 23n 29n 48 50 60 59d 47n 59n" -- "$current"))
+            return 0 ;;
+        -d | --display)
+            COMPREPLY=($(compgen -W "time number film disk" -- "$current"))
+            return 0 ;;
+        -n | --notation)
+            COMPREPLY=($(compgen -W "classic smpte" -- "$current"))
+            return 0 ;;
+        --disk | --film)
+            return 0 ;;
+    esac
+    if [[ $current == -* ]]; then
+        COMPREPLY=($(compgen -W "-r --rate -d --display -n --notation -l --lazy -b --beautify
+            -j --json --disk --film -h --help --version --" -- "$current"))
+    fi
+}
+complete -F _vantrel_calc vantrel-calc

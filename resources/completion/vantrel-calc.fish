@@ -1,0 +1,11 @@
+# Fish completion for vantrel-calc.
+complete -c vantrel-calc -s r -l rate -x -a "24 25 30 23d 29d 23n 29n 48 50 60 59d 47n 59n" -d "Frame rate"
+complete -c vantrel-calc -s d -l display -x -a "time number film disk" -d "What results show"
+complete -c vantrel-calc -s n -l notation -x -a "classic smpte" -d "How timecodes are written"
+complete -c vantrel-calc -s l -l lazy -d "Evaluate as the window does while typing"
+complete -c vantrel-calc -s b -l beautify -d "Print each expression's normalised form"
+complete -c vantrel-calc -s j -l json -d "One JSON object per expression"
+complete -c vantrel-calc -l disk -x -d "Disk space and transfer time: RES,ASPECT,FORMAT,LINK"
+complete -c vantrel-calc -l film -x -d "Film length: GAUGE,UNIT"
+complete -c vantrel-calc -s h -l help -d "Show the help"
+complete -c vantrel-calc -l version -d "Show the version"
