@@ -87,6 +87,8 @@ void StandaloneCalcController::buildMenuBar(QMenuBar* menuBar) {
     addCommand(file, tr("&Save Log…"), QKeySequence::Save, &StandaloneCalcController::saveLogFile);
     addCommand(file, tr("C&lear Log"), QKeySequence(tr("Ctrl+K")),
                &StandaloneCalcController::clearLogFile);
+    addCommand(file, tr("&Reset Calculator"), QKeySequence(tr("Ctrl+Shift+Backspace")),
+               &StandaloneCalcController::resetCalculator);
     file->addSeparator();
     QAction* close = file->addAction(tr("&Close Window"));
     close->setShortcut(QKeySequence::Close);
@@ -232,6 +234,10 @@ void StandaloneCalcController::saveLogFile(QObject* sender) {
 
 void StandaloneCalcController::clearLogFile(QObject* sender) {
     m_calcController->clearLog(sender);
+}
+
+void StandaloneCalcController::resetCalculator(QObject* sender) {
+    m_calcController->reset(sender);
 }
 
 void StandaloneCalcController::showAboutBox(QObject*) {

@@ -55,6 +55,7 @@ public slots:
     void toggleResultLog(QObject* sender);
     void saveLogFile(QObject* sender);
     void clearLogFile(QObject* sender);
+    void resetCalculator(QObject* sender);
     void showAboutBox(QObject* sender);
     void showHelpInWebBrowser(QObject* sender);
     void visitHomepage(QObject* sender);

@@ -10,6 +10,7 @@
 #include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
+#include <QShortcut>
 #include <QStyle>
 
 #include "CaptionTables.h"
@@ -93,7 +94,9 @@ void TSCController::loadWindow() {
     connectWidgets();
 
     m_ui->historyButton->setIcon(namedImage(QStringLiteral("HistoryButton")));
-    m_ui->resetButton->setShortcut(QKeySequence(Qt::Key_Escape));
+    // Esc takes back what is being typed; the log, which may hold an hour of work, stays.
+    auto* escape = new QShortcut(QKeySequence(Qt::Key_Escape), m_window);
+    connect(escape, &QShortcut::activated, this, [this] { clearEntry(m_window); });
     showLogPictures(false);
     setLogButtonsEnabled(false);
     showDisplayStateViews();
@@ -258,11 +261,15 @@ void TSCController::setDisplayCalcModeTime(bool flag) {
     }
     m_ui->modeButton->setIcon(namedImage(flag ? QStringLiteral("DisplayCalcModeTime")
                                               : QStringLiteral("DisplayCalcModeFrames")));
-    if (m_displayCalcModeMenu) {
-        for (QAction* item : m_displayCalcModeMenu->actions()) {
-            const QVariant tag = item->property("tag");
-            if (tag.isValid()) item->setChecked(tag.toInt() == (flag ? 1 : 0));
-        }
+    checkCalcModeItems();
+}
+
+// A checkable item that is triggered flips its own check, also when its mode is already active.
+void TSCController::checkCalcModeItems() {
+    if (!m_displayCalcModeMenu) return;
+    for (QAction* item : m_displayCalcModeMenu->actions()) {
+        const QVariant tag = item->property("tag");
+        if (tag.isValid()) item->setChecked(tag.toInt() == (m_displayCalcModeTime ? 1 : 0));
     }
 }
 

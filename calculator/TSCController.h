@@ -15,6 +15,7 @@
 #include "Preferences.h"
 
 class QComboBox;
+class QPropertyAnimation;
 class QMainWindow;
 
 class QLineEdit;
@@ -110,6 +111,8 @@ public slots:
     // Expression entry.
     void finish(QObject* sender);
     void reset(QObject* sender);
+    /// Clears the input and the results, and leaves the log as it is.
+    void clearEntry(QObject* sender);
     void update(QObject* sender);
     void buttonPressed(QObject* sender);
     void controlTextDidChange();
@@ -166,9 +169,12 @@ private:
     QString placeholder() const;
     QString logLine(const QString& expression, const std::string& result, bool pt) const;
     void setLogButtonsEnabled(bool enabled);
+    void emptyLog();
     void showLogPictures(bool expanded);
     void setIndex(int& field, int index, const char* key, void (TSCController::*recompute)());
     void showDisplayStateViews();
+    void checkCalcModeItems();
+    void rebuildHistoryMenu(QMenu* menu);
     void checkTimecodeNotationItems();
     void setFrameRate(int code);
     void pasteToLog(const std::function<std::string(const std::string& frames)>& entry);
@@ -204,6 +210,7 @@ private:
     bool buttonsExpanded = true;
     bool m_displayCalcModeTime = false;
     bool m_animating = false;
+    QPointer<QPropertyAnimation> m_windowAnimation;
     UrlOpener m_openUrl;
     QPointer<QMenu> m_displayModeMenu;
     QPointer<QMenu> m_displayFrameRateMenu;

@@ -177,6 +177,7 @@ void TSCController::toggleCalcMode(QObject* sender) {
     } else if (sender) {
         setDisplayCalcModeTime(sender->property("tag").toInt() != 0);
     }
+    checkCalcModeItems();
 }
 
 }  // namespace vantrel

@@ -108,16 +108,22 @@ void TSCController::finish(QObject*) {
 }
 
 void TSCController::reset(QObject*) {
-    m_ui->calcLog->clear();
+    emptyLog();
+    clearEntry(this);
+    m_ui->resetButton->setEnabled(false);
+    m_lines = 0;
+}
+
+// Clean afterwards, so a Return on the empty field neither logs nor remembers anything.
+void TSCController::clearEntry(QObject*) {
     m_ui->resultField->setText(placeholder());
     m_ui->resultField2->setText(placeholder());
     {
         const QSignalBlocker blocker(m_ui->inputField);
         m_ui->inputField->setText(QString());
     }
-    m_ui->resetButton->setEnabled(false);
+    m_ui->resetButton->setEnabled(!m_ui->calcLog->document()->isEmpty());
     clean = true;
-    m_lines = 0;
 }
 
 void TSCController::showLazyResult(QLineEdit* field, const std::optional<std::string>& result,

@@ -25,32 +25,36 @@ void TSCController::smallifyMenuItem(QAction* item) const {
 void TSCController::showMenu(QObject* sender) {
     auto* button = qobject_cast<QToolButton*>(sender);
     if (!button) return;
-    if (button->property("tag").toInt() == 3000) {
-        QMenu* menu = button->menu();
-        if (!menu) {
-            menu = new QMenu(button);
-            button->setMenu(menu);
-            button->setPopupMode(QToolButton::DelayedPopup);
-        }
-        menu->clear();
-        menu->addSeparator();
-        m_expressionHistory.trim();
-        const QStringList& entries = m_expressionHistory.entries();
-        for (auto entry = entries.crbegin(); entry != entries.crend(); ++entry) {
-            // Menus treat "&" as a mnemonic marker; the entry itself travels as the item's data.
-            QAction* item =
-                menu->addAction(QString(*entry).replace(QLatin1Char('&'), QLatin1String("&&")));
-            item->setData(*entry);
-            connect(item, &QAction::triggered, this, [this, item] { goToExpressionHistory(item); });
-            smallifyMenuItem(item);
-        }
-        menu->addSeparator();
-        QAction* clear = menu->addAction(tr("Clear History"));
-        clear->setEnabled(!entries.isEmpty());
-        connect(clear, &QAction::triggered, this, [this, clear] { clearExpressionHistory(clear); });
-        smallifyMenuItem(clear);
+    if (button->property("tag").toInt() == 3000 && !button->menu()) {
+        auto* menu = new QMenu(button);
+        // Qt hides a leading separator and one next to another unless told not to.
+        menu->setSeparatorsCollapsible(false);
+        // Also a long press on the button shows the menu, without passing through here.
+        connect(menu, &QMenu::aboutToShow, this, [this, menu] { rebuildHistoryMenu(menu); });
+        button->setMenu(menu);
+        button->setPopupMode(QToolButton::DelayedPopup);
     }
     if (button->menu()) button->menu()->popup(button->mapToGlobal(QPoint(5, button->height() + 5)));
+}
+
+void TSCController::rebuildHistoryMenu(QMenu* menu) {
+    menu->clear();
+    menu->addSeparator();
+    m_expressionHistory.trim();
+    const QStringList& entries = m_expressionHistory.entries();
+    for (auto entry = entries.crbegin(); entry != entries.crend(); ++entry) {
+        // Menus treat "&" as a mnemonic marker; the entry itself travels as the item's data.
+        QAction* item =
+            menu->addAction(QString(*entry).replace(QLatin1Char('&'), QLatin1String("&&")));
+        item->setData(*entry);
+        connect(item, &QAction::triggered, this, [this, item] { goToExpressionHistory(item); });
+        smallifyMenuItem(item);
+    }
+    menu->addSeparator();
+    QAction* clear = menu->addAction(tr("Clear History"));
+    clear->setEnabled(!entries.isEmpty());
+    connect(clear, &QAction::triggered, this, [this, clear] { clearExpressionHistory(clear); });
+    smallifyMenuItem(clear);
 }
 
 void TSCController::goToExpressionHistory(QObject* sender) {

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QFileDialog>
 #include <QMainWindow>
+#include <QTextCursor>
 #include <QUrl>
 
 #include "HelpPage.h"
@@ -13,7 +14,15 @@
 namespace vantrel {
 
 void TSCController::clearLog(QObject*) {
-    m_ui->calcLog->clear();
+    emptyLog();
+}
+
+// Through a cursor rather than clear(), which would also forget the undo history: Ctrl+Z in the
+// log brings back a log emptied by mistake.
+void TSCController::emptyLog() {
+    QTextCursor all(m_ui->calcLog->document());
+    all.select(QTextCursor::Document);
+    all.removeSelectedText();
 }
 
 void TSCController::saveLogFile(QObject*) {
@@ -32,11 +41,18 @@ void TSCController::saveLogFile(QObject*) {
     dialog->open();
 }
 
-void TSCController::savePanelDidEnd(const QString& fileName, int returnCode) {
+void TSCController::savePanelDidEnd(const QString& chosenName, int returnCode) {
     if (returnCode != 1) return;
-    // Blocks are separated by paragraph separators inside the document; the file has line feeds.
+    // Blocks are separated by paragraph separators inside the document, and Shift+Return puts a
+    // line separator; in the file both are the line feeds the user sees.
     QString text = m_ui->calcLog->document()->toRawText();
     text.replace(QChar::ParagraphSeparator, QLatin1Char('\n'));
+    text.replace(QChar::LineSeparator, QLatin1Char('\n'));
+    // A log file is a text file whatever the user typed: "out.csv" becomes "out.csv.txt".
+    QString fileName = chosenName;
+    if (!fileName.isEmpty() && !fileName.endsWith(QLatin1String(".txt"))) {
+        fileName += QLatin1String(".txt");
+    }
     if (fileName.isEmpty() || !writeLogFile(fileName, text)) {
         QApplication::beep();
         return;

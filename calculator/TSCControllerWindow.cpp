@@ -27,7 +27,14 @@ void TSCController::showLogPictures(bool expanded) {
 
 void TSCController::changeWindow(QObject*) {
     QMainWindow* window = calcWindow();
-    const QRect frame = window->geometry();
+    const QRect current = window->geometry();
+    // A toggle during the animation starts from where the window was going, as if the animation
+    // had already ended: a height halfway through is no height to remember.
+    QRect frame = current;
+    if (m_windowAnimation) {
+        frame = m_windowAnimation->endValue().toRect();
+        m_windowAnimation->stop();
+    }
     const window_heights::Toggle toggle =
         window_heights::toggle(frame.height(), buttonsExpanded, m_storedHeight);
     buttonsExpanded = toggle.expand;
@@ -39,8 +46,9 @@ void TSCController::changeWindow(QObject*) {
     // The top edge stays where it is; only the bottom edge moves.
     const QRect target(frame.x(), frame.y(), frame.width(), static_cast<int>(toggle.targetHeight));
     auto* animation = new QPropertyAnimation(window, "geometry", this);
+    m_windowAnimation = animation;
     animation->setDuration(300);
-    animation->setStartValue(frame);
+    animation->setStartValue(current);
     animation->setEndValue(target);
     m_animating = true;
     connect(animation, &QPropertyAnimation::finished, this, [this] {

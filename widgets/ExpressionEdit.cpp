@@ -48,9 +48,18 @@ void ExpressionEdit::keyPressEvent(QKeyEvent* event) {
     QPlainTextEdit::keyPressEvent(event);
 }
 
+// Only a real end of editing counts: a menu or pop-up opening over the field, the menu bar taking
+// the keyboard, or another window coming to the front leave the user in the middle of the text.
 void ExpressionEdit::focusOutEvent(QFocusEvent* event) {
     QPlainTextEdit::focusOutEvent(event);
-    emit editingEnded();
+    switch (event->reason()) {
+        case Qt::PopupFocusReason:
+        case Qt::MenuBarFocusReason:
+        case Qt::ActiveWindowFocusReason:
+            return;
+        default:
+            emit editingEnded();
+    }
 }
 
 // A pasted text with line breaks stays on the one line: the breaks become blanks, which the

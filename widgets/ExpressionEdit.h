@@ -8,7 +8,8 @@ namespace vantrel {
 /// editor held to a single line, so a QSyntaxHighlighter can colour it while the text, the cursor
 /// and the undo history stay the user's.
 ///
-/// Return emits returnPressed() and selects the text; losing the focus emits editingEnded(). Unlike
+/// Return emits returnPressed() and selects the text; handing the focus to another control of the
+/// window emits editingEnded(), while a menu, a pop-up or another window does not. Unlike
 /// QLineEdit, which sends its end-of-editing signal on Return as well, this keeps "finish" and
 /// "end of editing" apart.
 class ExpressionEdit : public QPlainTextEdit {

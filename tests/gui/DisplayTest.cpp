@@ -129,6 +129,18 @@ TEST_F(Display, ForeignRateTagNeverReachesTheEngine) {
     EXPECT_EQ(calc.calculator().fps(), vantrel::DisplayState24fps);
 }
 
+TEST_F(Display, ChoosingTheActiveModeKeepsItsCheck) {
+    auto& calc = start();
+    auto menu = taggedMenu({0, 1});
+    calc.setDisplayCalcModeMenu(menu.get());
+    QAction* pt = menu->actions()[1];
+    pt->setChecked(true);
+    pt->trigger();  // what Ctrl+T does to a checked item before it reaches the calculator
+    calc.toggleCalcMode(pt);
+    EXPECT_EQ(checkedTags(menu.get()), QList<int>{1});
+    EXPECT_TRUE(calc.displayCalcModeTime());
+}
+
 TEST_F(Display, ModeButtonFlipsTheActiveReading) {
     auto& calc = start();
     auto menu = taggedMenu({0, 1});

@@ -3,6 +3,7 @@
 #include <QTextBlock>
 #include <QTextLayout>
 #include <QWindow>
+#include <functional>
 
 #include "ControllerFixture.h"
 
@@ -137,18 +138,67 @@ TEST_F(Entry, ResetClearsInputResultsAndLog) {
     EXPECT_EQ(calc.lines(), 0);
 }
 
-TEST_F(Entry, EscapeResetsFromTheKeyboard) {
+TEST_F(Entry, EscapeClearsTheEntryAndKeepsTheLog) {
     auto& calc = start();
     QApplication::setActiveWindow(calc.calcWindow());
     ASSERT_TRUE(QTest::qWaitForWindowActive(calc.calcWindow()));
     type("1+2");
     pressReturn();
+    type("4");
     // Through the window, as the keyboard delivers it, so the window's shortcuts apply.
     QTest::keyClick(calc.calcWindow()->windowHandle(), Qt::Key_Escape);
-    QTest::qWait(250);  // a shortcut shows the button pressed for a moment before it acts
     EXPECT_EQ(ui().inputField->text(), "");
-    EXPECT_EQ(log(), "");
+    EXPECT_EQ(ui().resultField->text(), "00:00:00.00");
+    pressReturn();
+    EXPECT_EQ(log(), "1+2 = 00:00:00.03|24 (PT)\n");
+    EXPECT_EQ(calc.expressionHistory().entries(), QStringList{"1+2"});
+    EXPECT_TRUE(ui().resetButton->isEnabled());
 }
+
+// However the log was emptied, Ctrl+Z in the log brings it back.
+class LogEmptying
+    : public ControllerFixture,
+      public testing::WithParamInterface<std::function<void(vantrel::TSCController&)>> {};
+
+TEST_P(LogEmptying, IsUndoneInTheLog) {
+    auto& calc = start();
+    type("1+2");
+    pressReturn();
+    GetParam()(calc);
+    ASSERT_EQ(log(), "");
+    QTest::keyClick(ui().calcLog, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(log(), "1+2 = 00:00:00.03|24 (PT)\n");
+}
+
+INSTANTIATE_TEST_SUITE_P(Ways, LogEmptying,
+                         testing::Values([](vantrel::TSCController& calc) { calc.reset(nullptr); },
+                                         [](vantrel::TSCController& calc) {
+                                             calc.clearLog(nullptr);
+                                         },
+                                         [](vantrel::TSCController& calc) {
+                                             QTest::mouseClick(calc.ui().clearButton,
+                                                               Qt::LeftButton);
+                                         }));
+
+// Only handing the keyboard to another control ends the editing; a menu, a pop-up or another
+// window does not, so Return after it does not log the same expression again.
+class FocusLoss : public ControllerFixture, public testing::WithParamInterface<Qt::FocusReason> {};
+
+TEST_P(FocusLoss, EndsEditingOnlyWhenTheKeyboardMovesOn) {
+    start();
+    type("1+2");
+    pressReturn();
+    QFocusEvent focusOut(QEvent::FocusOut, GetParam());
+    QApplication::sendEvent(ui().inputField, &focusOut);
+    pressReturn();
+    const bool ended = GetParam() == Qt::TabFocusReason || GetParam() == Qt::MouseFocusReason;
+    EXPECT_EQ(controller->lines(), ended ? 2 : 1);
+}
+
+INSTANTIATE_TEST_SUITE_P(Reasons, FocusLoss,
+                         testing::Values(Qt::PopupFocusReason, Qt::MenuBarFocusReason,
+                                         Qt::ActiveWindowFocusReason, Qt::TabFocusReason,
+                                         Qt::MouseFocusReason));
 
 TEST_F(Entry, LogLinesGoAfterTheUsersOwnEdits) {
     start();

@@ -36,6 +36,20 @@ TEST_F(History, EmptyHistoryOffersADisabledClear) {
     const QList<QAction*> items = ui().historyButton->menu()->actions();
     ASSERT_EQ(items.size(), 3);
     EXPECT_FALSE(items.last()->isEnabled());
+    // Both separators show, the leading one and the one right after it.
+    EXPECT_FALSE(ui().historyButton->menu()->separatorsCollapsible());
+    ui().historyButton->menu()->hide();
+}
+
+TEST_F(History, MenuIsBuiltAnewHoweverItOpens) {
+    auto& calc = start();
+    calc.showMenu(ui().historyButton);
+    ui().historyButton->menu()->hide();
+    type("7");
+    pressReturn();
+    // A long press on the button opens the menu without going through showMenu().
+    ui().historyButton->menu()->popup(QPoint());
+    EXPECT_EQ(menuTitles(ui().historyButton), (QStringList{"--", "7", "--", ""}));
     ui().historyButton->menu()->hide();
 }
 

@@ -1,5 +1,7 @@
 #include <QFile>
 #include <QTemporaryDir>
+#include <QTextBlock>
+#include <QTextLayout>
 
 #include "ControllerFixture.h"
 #include "LogFile.h"
@@ -59,6 +61,27 @@ TEST_F(LogSaving, SavesTheLogAndRemembersThePath) {
     EXPECT_EQ(contents(path), QByteArray("9999999999 = \xB0|24 (PT)\n"));
     settings().sync();
     EXPECT_EQ(settings().value("SaveLogFilePath").toString(), path);
+}
+
+TEST_F(LogSaving, LineBreaksAndTheTextTypeAsTheUserSeesThem) {
+    auto& calc = start();
+    ui().calcLog->setPlainText(QStringLiteral("a\u2028b"));
+    calc.savePanelDidEnd(dir.filePath("out.csv"), 1);
+    EXPECT_EQ(contents(dir.filePath("out.csv.txt")), QByteArray("a\nb"));
+    EXPECT_FALSE(QFile::exists(dir.filePath("out.csv")));
+}
+
+TEST_F(LogSaving, LongLinesWrapOnScreenOnly) {
+    auto& calc = start();
+    calc.changeWindow(nullptr);
+    QTest::qWait(400);
+    const QString line =
+        QStringLiteral("00:42:17.03|24+00:18:02.11|24+00:18:02.11|24+00:18:02.11|24");
+    ui().calcLog->setPlainText(line);
+    EXPECT_GT(ui().calcLog->document()->firstBlock().layout()->lineCount(), 1);
+    const QString path = dir.filePath("wrapped.txt");
+    calc.savePanelDidEnd(path, 1);
+    EXPECT_EQ(contents(path), line.toLatin1());
 }
 
 TEST_F(LogSaving, EmptyLogGivesAnEmptyFile) {

@@ -69,6 +69,21 @@ TEST_F(WindowToggle, DraggedHeightIsRememberedByTheNextCollapse) {
     EXPECT_EQ(heightAfterToggle(), 400);
 }
 
+TEST_F(WindowToggle, TogglesDuringTheAnimationKeepTheRememberedHeight) {
+    auto& calc = start();
+    heightAfterToggle();
+    calc.calcWindow()->resize(calc.calcWindow()->width(), 400);
+    QTest::qWait(50);
+    for (int toggle = 0; toggle < 3; ++toggle) {
+        calc.changeWindow(nullptr);
+        QTest::qWait(60);
+    }
+    QTest::qWait(400);
+    EXPECT_EQ(calc.calcWindow()->height(), 252);
+    EXPECT_EQ(calc.storedHeight(), 400.0);
+    EXPECT_EQ(heightAfterToggle(), 400);
+}
+
 TEST_F(WindowToggle, DraggingNearCollapsedSnapsShut) {
     auto& calc = start();
     heightAfterToggle();
