@@ -32,13 +32,29 @@ inline constexpr std::array<const char*, 6> kFilm{"Super8", "16 mm",        "16 
 
 inline constexpr std::array<const char*, 2> kSystem{"m", "ft"};
 
-/// Stored indexes are applied as they are; a table is only ever read through this, so an index
-/// from a damaged preferences file can never read outside it.
+/// The closed pop-ups show these shorter captions; the lists and the log keep the full ones.
+inline constexpr std::array<const char*, 8> kTransferSpeedCompact{"Modem",
+                                                                  "DSL/Cable",
+                                                                  "Fast Internet",
+                                                                  "54 MBit WLAN",
+                                                                  "100 MBit Ethernet",
+                                                                  "1 GBit Ethernet",
+                                                                  "2 GBit FibreChannel",
+                                                                  "4 GBit FibreChannel"};
+
+// The rows a first start chooses.
+inline constexpr int kFirstStartResolution = 3;
+inline constexpr int kFirstStartBitDepth = 0;
+inline constexpr int kFirstStartAspectRatio = 2;
+inline constexpr int kFirstStartTransferSpeed = 4;
+inline constexpr int kFirstStartFilm = 0;
+inline constexpr int kFirstStartSystem = 0;
+
+/// Stored indexes are kept as they are; where one is used, an index outside its table (from a
+/// hand-edited or damaged preferences file) stands for the row a first start would choose.
 template <typename Table>
-constexpr std::size_t clampedRow(const Table& table, int index) {
-    if (index < 0) return 0;
-    const auto row = static_cast<std::size_t>(index);
-    return row < table.size() ? row : table.size() - 1;
+constexpr int usableRow(const Table& table, int index, int firstStartRow) {
+    return index >= 0 && static_cast<std::size_t>(index) < table.size() ? index : firstStartRow;
 }
 
 }  // namespace vantrel::captions

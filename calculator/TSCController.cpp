@@ -4,14 +4,12 @@
 
 #include <syslog.h>
 
-#include <QAbstractItemView>
 #include <QComboBox>
 #include <QDesktopServices>
 #include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
 #include <QShortcut>
-#include <QStyle>
 
 #include "CaptionTables.h"
 #include "DisplayHoverButton.h"
@@ -92,6 +90,10 @@ void TSCController::loadWindow() {
     new InputHighlighter(m_calculator, m_ui->inputField->document());
     fillPopUps();
     connectWidgets();
+    // The layout's fixed minimum height would otherwise keep Qt from widening the window for a
+    // larger font; every caption needs its room.
+    m_window->setMinimumWidth(
+        std::max(m_window->minimumWidth(), m_window->centralWidget()->minimumSizeHint().width()));
 
     m_ui->historyButton->setIcon(namedImage(QStringLiteral("HistoryButton")));
     // Esc takes back what is being typed; the log, which may hold an hour of work, stays.
@@ -109,6 +111,12 @@ void TSCController::fillPopUps() {
     fillPopUp(m_ui->aspectRatioPopUpButton, captions::kAspectRatio);
     fillPopUp(m_ui->bitDepthPopUpButton, captions::kBitDepth);
     fillPopUp(m_ui->transferSpeedPopUpButton, captions::kTransferSpeed);
+    for (std::size_t row = 0; row < captions::kTransferSpeedCompact.size(); ++row) {
+        m_ui->transferSpeedPopUpButton->setItemData(
+            static_cast<int>(row), QString::fromLatin1(captions::kTransferSpeedCompact[row]),
+            CompactComboBox::kCompactCaptionRole);
+    }
+    m_ui->transferSpeedPopUpButton->updateGeometry();
     fillPopUp(m_ui->filmPopUpButton, captions::kFilm);
     fillPopUp(m_ui->systemPopUpButton, captions::kSystem);
     CompactComboBox* popUp = m_ui->fpsPopUp;
@@ -125,10 +133,6 @@ void TSCController::fillPopUps() {
                            CompactComboBox::kCompactCaptionRole);
     }
     popUp->updateGeometry();
-    // The list opens wide enough for its longest caption, however narrow the button is.
-    popUp->view()->setMinimumWidth(popUp->view()->sizeHintForColumn(0) +
-                                   2 * popUp->view()->frameWidth() +
-                                   popUp->style()->pixelMetric(QStyle::PM_ScrollBarExtent));
 }
 
 void TSCController::initialize() {
@@ -181,12 +185,12 @@ void TSCController::restoreIndexes() {
         setSystemIndex(m_preferences.integer(QStringLiteral("CalcSystemIndex")));
         return;
     }
-    setResolutionIndex(3);
-    setBitDepthIndex(0);
-    setAspectRatioIndex(2);
-    setTransferSpeedIndex(4);
-    setFilmIndex(0);
-    setSystemIndex(0);
+    setResolutionIndex(captions::kFirstStartResolution);
+    setBitDepthIndex(captions::kFirstStartBitDepth);
+    setAspectRatioIndex(captions::kFirstStartAspectRatio);
+    setTransferSpeedIndex(captions::kFirstStartTransferSpeed);
+    setFilmIndex(captions::kFirstStartFilm);
+    setSystemIndex(captions::kFirstStartSystem);
 }
 
 void TSCController::restoreWindowFrame() {
@@ -209,39 +213,48 @@ void TSCController::showPopUpIndex(QComboBox* popUp, int index) {
 }
 
 void TSCController::setResolutionIndex(int index) {
+    const int row =
+        captions::usableRow(captions::kResolution, index, captions::kFirstStartResolution);
     // Only the larger formats come in several aspect ratios; done before the comparison so that
     // calling with the current index refreshes it.
-    ui().aspectRatioPopUpButton->setEnabled(static_cast<unsigned>(index) > 2);
-    showPopUpIndex(m_ui->resolutionPopUpButton, index);
+    ui().aspectRatioPopUpButton->setEnabled(row > 2);
+    showPopUpIndex(m_ui->resolutionPopUpButton, row);
     setIndex(m_resolutionIndex, index, "CalcResolutionIndex",
              &TSCController::updateDiskSpaceAndTranferTime);
 }
 
 void TSCController::setAspectRatioIndex(int index) {
-    showPopUpIndex(ui().aspectRatioPopUpButton, index);
+    showPopUpIndex(
+        ui().aspectRatioPopUpButton,
+        captions::usableRow(captions::kAspectRatio, index, captions::kFirstStartAspectRatio));
     setIndex(m_aspectRatioIndex, index, "CalcAspectRatioIndex",
              &TSCController::updateDiskSpaceAndTranferTime);
 }
 
 void TSCController::setBitDepthIndex(int index) {
-    showPopUpIndex(ui().bitDepthPopUpButton, index);
+    showPopUpIndex(ui().bitDepthPopUpButton,
+                   captions::usableRow(captions::kBitDepth, index, captions::kFirstStartBitDepth));
     setIndex(m_bitDepthIndex, index, "CalcBitDepthIndex",
              &TSCController::updateDiskSpaceAndTranferTime);
 }
 
 void TSCController::setTransferSpeedIndex(int index) {
-    showPopUpIndex(ui().transferSpeedPopUpButton, index);
+    showPopUpIndex(
+        ui().transferSpeedPopUpButton,
+        captions::usableRow(captions::kTransferSpeed, index, captions::kFirstStartTransferSpeed));
     setIndex(m_transferSpeedIndex, index, "CalcTransferSpeedIndex",
              &TSCController::updateDiskSpaceAndTranferTime);
 }
 
 void TSCController::setFilmIndex(int index) {
-    showPopUpIndex(ui().filmPopUpButton, index);
+    showPopUpIndex(ui().filmPopUpButton,
+                   captions::usableRow(captions::kFilm, index, captions::kFirstStartFilm));
     setIndex(m_filmIndex, index, "CalcFilmIndex", &TSCController::updateFilmStuff);
 }
 
 void TSCController::setSystemIndex(int index) {
-    showPopUpIndex(ui().systemPopUpButton, index);
+    showPopUpIndex(ui().systemPopUpButton,
+                   captions::usableRow(captions::kSystem, index, captions::kFirstStartSystem));
     setIndex(m_systemIndex, index, "CalcSystemIndex", &TSCController::updateFilmStuff);
 }
 

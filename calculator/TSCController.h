@@ -13,6 +13,7 @@
 #include "Calc.h"
 #include "ExpressionHistory.h"
 #include "Preferences.h"
+#include "SideCalculators.h"
 
 class QComboBox;
 class QPropertyAnimation;
@@ -172,6 +173,10 @@ private:
     void emptyLog();
     void showLogPictures(bool expanded);
     void setIndex(int& field, int index, const char* key, void (TSCController::*recompute)());
+    // The side calculators' choices as rows of their tables, whatever the stored indexes hold.
+    side_calculators::DiskChoice diskChoice() const;
+    int filmRow() const;
+    int systemRow() const;
     void showDisplayStateViews();
     void checkCalcModeItems();
     void rebuildHistoryMenu(QMenu* menu);

@@ -1,5 +1,6 @@
 // TSCController: the disk-space and film-length side calculators and their log entries.
 
+#include "CaptionTables.h"
 #include "SideCalculators.h"
 #include "TSCController.h"
 #include "ui_Calculator.h"
@@ -36,9 +37,24 @@ void TSCController::setFilmLengthPF(const QString& text) {
     setResultText(m_filmLengthPF, ui().filmResultField2, text);
 }
 
+side_calculators::DiskChoice TSCController::diskChoice() const {
+    using namespace captions;
+    return {usableRow(kResolution, m_resolutionIndex, kFirstStartResolution),
+            usableRow(kAspectRatio, m_aspectRatioIndex, kFirstStartAspectRatio),
+            usableRow(kBitDepth, m_bitDepthIndex, kFirstStartBitDepth),
+            usableRow(kTransferSpeed, m_transferSpeedIndex, kFirstStartTransferSpeed)};
+}
+
+int TSCController::filmRow() const {
+    return captions::usableRow(captions::kFilm, m_filmIndex, captions::kFirstStartFilm);
+}
+
+int TSCController::systemRow() const {
+    return captions::usableRow(captions::kSystem, m_systemIndex, captions::kFirstStartSystem);
+}
+
 void TSCController::updateDiskSpaceAndTranferTime() {
-    const side_calculators::DiskChoice choice{m_resolutionIndex, m_aspectRatioIndex,
-                                              m_bitDepthIndex, m_transferSpeedIndex};
+    const side_calculators::DiskChoice choice = diskChoice();
     const auto pt =
         side_calculators::diskSpaceAndTransferTime(m_calculator.cachedResultPT(), choice);
     setDiskSpacePT(QString::fromStdString(pt.diskSpace));
@@ -51,9 +67,9 @@ void TSCController::updateDiskSpaceAndTranferTime() {
 
 void TSCController::updateFilmStuff() {
     setFilmLengthPT(QString::fromStdString(
-        side_calculators::filmLength(m_calculator.cachedResultPT(), m_filmIndex, m_systemIndex)));
+        side_calculators::filmLength(m_calculator.cachedResultPT(), filmRow(), systemRow())));
     setFilmLengthPF(QString::fromStdString(
-        side_calculators::filmLength(m_calculator.cachedResultPF(), m_filmIndex, m_systemIndex)));
+        side_calculators::filmLength(m_calculator.cachedResultPF(), filmRow(), systemRow())));
 }
 
 // The entry describes the active reading's frame count, evaluated afresh as a plain number; the
@@ -73,16 +89,14 @@ void TSCController::pasteDiskSpaceToLog(QObject*) {
         const side_calculators::DiskFigures figures{
             (m_displayCalcModeTime ? m_diskSpacePT : m_diskSpacePF).toStdString(),
             (m_displayCalcModeTime ? m_transferTimePT : m_transferTimePF).toStdString()};
-        return side_calculators::diskSpaceLogEntry(
-            frames, figures,
-            {m_resolutionIndex, m_aspectRatioIndex, m_bitDepthIndex, m_transferSpeedIndex});
+        return side_calculators::diskSpaceLogEntry(frames, figures, diskChoice());
     });
 }
 
 void TSCController::pasteFilmLengthToLog(QObject*) {
     pasteToLog([this](const std::string& frames) {
         const QString& length = m_displayCalcModeTime ? m_filmLengthPT : m_filmLengthPF;
-        return side_calculators::filmLengthLogEntry(frames, length.toStdString(), m_filmIndex);
+        return side_calculators::filmLengthLogEntry(frames, length.toStdString(), filmRow());
     });
 }
 

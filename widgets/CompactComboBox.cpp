@@ -1,5 +1,6 @@
 #include "CompactComboBox.h"
 
+#include <QAbstractItemView>
 #include <QStyleOptionComboBox>
 #include <QStylePainter>
 
@@ -30,6 +31,12 @@ QSize CompactComboBox::sizeForCaptions() const {
     initStyleOption(&option);
     const QSize content(widest, fontMetrics().height());
     return style()->sizeFromContents(QStyle::CT_ComboBox, &option, content, this);
+}
+
+void CompactComboBox::showPopup() {
+    view()->setMinimumWidth(view()->sizeHintForColumn(0) + 2 * view()->frameWidth() +
+                            style()->pixelMetric(QStyle::PM_ScrollBarExtent));
+    QComboBox::showPopup();
 }
 
 QSize CompactComboBox::sizeHint() const {

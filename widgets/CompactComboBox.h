@@ -21,6 +21,8 @@ public:
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
+    /// The list opens wide enough for its longest full caption, however narrow the button is.
+    void showPopup() override;
 
 protected:
     void paintEvent(QPaintEvent* event) override;

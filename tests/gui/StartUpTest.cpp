@@ -1,5 +1,7 @@
+#include <QApplication>
 #include <QComboBox>
 #include <QStyleOptionComboBox>
+#include <optional>
 
 #include "ControllerFixture.h"
 #include "TestRows.h"
@@ -11,6 +13,7 @@ struct StartRow {
     std::vector<std::pair<const char*, QVariant>> stored;
     std::array<int, 6> expected;  // resolution, bit depth, aspect, transfer speed, film, system
     bool aspectRatioEnabled;
+    std::optional<std::array<int, 6>> shown = std::nullopt;  // the pop-ups' rows, when not these
 };
 
 class StartUp : public ControllerFixture, public testing::WithParamInterface<StartRow> {};
@@ -26,37 +29,76 @@ TEST_P(StartUp, RestoresTheStoredChoices) {
     EXPECT_TRUE(calc.displayCalcModeTime());
     EXPECT_EQ(calc.storedHeight(), 252.0);
     EXPECT_EQ(calc.calcWindow()->height(), 252);
-    // A stored row outside the table is kept, and the pop-up then shows no item.
-    const int resolution = GetParam().expected[0];
-    EXPECT_EQ(ui().resolutionPopUpButton->currentIndex(),
-              resolution >= 0 && resolution < 7 ? resolution : -1);
+    // A stored row outside its table is kept, and its pop-up shows the first start's row.
+    const std::array<int, 6> shown{
+        ui().resolutionPopUpButton->currentIndex(),  ui().bitDepthPopUpButton->currentIndex(),
+        ui().aspectRatioPopUpButton->currentIndex(), ui().transferSpeedPopUpButton->currentIndex(),
+        ui().filmPopUpButton->currentIndex(),        ui().systemPopUpButton->currentIndex()};
+    EXPECT_EQ(shown, GetParam().shown.value_or(GetParam().expected));
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Preferences, StartUp,
-    testing::Values(
-        StartRow{"first_start", {}, {3, 0, 2, 4, 0, 0}, true},
-        StartRow{"resolution_only", {{"CalcResolutionIndex", 1}}, {1, 0, 0, 0, 0, 0}, false},
-        StartRow{"keys_without_resolution",
-                 {{"CalcBitDepthIndex", 5}, {"CalcFilmIndex", 2}},
-                 {3, 0, 2, 4, 0, 0},
-                 true},
-        StartRow{"all_keys",
-                 {{"CalcResolutionIndex", 6},
-                  {"CalcBitDepthIndex", 9},
-                  {"CalcAspectRatioIndex", 3},
-                  {"CalcTransferSpeedIndex", 7},
-                  {"CalcFilmIndex", 5},
-                  {"CalcSystemIndex", 1}},
-                 {6, 9, 3, 7, 5, 1},
-                 true},
-        StartRow{"wrong_type_reads_zero",
-                 {{"CalcResolutionIndex", "abc"}, {"CalcFilmIndex", QStringList{"x"}}},
-                 {0, 0, 0, 0, 0, 0},
-                 false},
-        StartRow{"out_of_range_kept", {{"CalcResolutionIndex", 99}}, {99, 0, 0, 0, 0, 0}, true},
-        StartRow{"negative_kept", {{"CalcResolutionIndex", -4}}, {-4, 0, 0, 0, 0, 0}, true}),
+    testing::Values(StartRow{"first_start", {}, {3, 0, 2, 4, 0, 0}, true},
+                    StartRow{
+                        "resolution_only", {{"CalcResolutionIndex", 1}}, {1, 0, 0, 0, 0, 0}, false},
+                    StartRow{"keys_without_resolution",
+                             {{"CalcBitDepthIndex", 5}, {"CalcFilmIndex", 2}},
+                             {3, 0, 2, 4, 0, 0},
+                             true},
+                    StartRow{"all_keys",
+                             {{"CalcResolutionIndex", 6},
+                              {"CalcBitDepthIndex", 9},
+                              {"CalcAspectRatioIndex", 3},
+                              {"CalcTransferSpeedIndex", 7},
+                              {"CalcFilmIndex", 5},
+                              {"CalcSystemIndex", 1}},
+                             {6, 9, 3, 7, 5, 1},
+                             true},
+                    StartRow{"wrong_type_reads_zero",
+                             {{"CalcResolutionIndex", "abc"}, {"CalcFilmIndex", QStringList{"x"}}},
+                             {0, 0, 0, 0, 0, 0},
+                             false},
+                    StartRow{"out_of_range_kept",
+                             {{"CalcResolutionIndex", 99}},
+                             {99, 0, 0, 0, 0, 0},
+                             true,
+                             std::array{3, 0, 0, 0, 0, 0}},
+                    StartRow{"negative_kept",
+                             {{"CalcResolutionIndex", -4}},
+                             {-4, 0, 0, 0, 0, 0},
+                             true,
+                             std::array{3, 0, 0, 0, 0, 0}},
+                    StartRow{"every_key_out_of_range",
+                             {{"CalcResolutionIndex", 7},
+                              {"CalcBitDepthIndex", 10},
+                              {"CalcAspectRatioIndex", -1},
+                              {"CalcTransferSpeedIndex", 8},
+                              {"CalcFilmIndex", 6},
+                              {"CalcSystemIndex", 2}},
+                             {7, 10, -1, 8, 6, 2},
+                             true,
+                             std::array{3, 0, 2, 4, 0, 0}}),
     rowName<StartRow>);
+
+// The side calculators and their log entries read an index outside its table as the first start's
+// row: the same figures and entries as a first start gives.
+TEST_F(ControllerFixture, OutOfRangeChoicesBehaveAsAFirstStart) {
+    const auto figuresAndLog = [this] {
+        auto& calc = start();
+        type("1500");
+        calc.pasteDiskSpaceToLog(nullptr);
+        calc.pasteFilmLengthToLog(nullptr);
+        return QStringList{calc.diskSpacePT(), calc.transferTimePF(), calc.filmLengthPT(), log()};
+    };
+    const QStringList firstStart = figuresAndLog();
+    settings().clear();
+    for (const char* key : {"CalcResolutionIndex", "CalcBitDepthIndex", "CalcAspectRatioIndex",
+                            "CalcTransferSpeedIndex", "CalcFilmIndex", "CalcSystemIndex"}) {
+        settings().setValue(key, 77);
+    }
+    EXPECT_EQ(figuresAndLog(), firstStart);
+}
 
 TEST_F(ControllerFixture, FirstStartWritesOnlyTheChangedKeys) {
     start();
@@ -95,16 +137,44 @@ TEST_F(ControllerFixture, FrameRatePopUpStartsAt24WithASeparator) {
     EXPECT_EQ(popUp->currentData().toInt(), vantrel::DisplayState24fps);
     EXPECT_EQ(popUp->currentIndex(), 1);
     EXPECT_FALSE(popUp->itemData(5).isValid());
-    // The closed pop-up shows every rate's caption whole.
-    QStyleOptionComboBox option;
-    option.initFrom(popUp);
-    const QRect field = popUp->style()->subControlRect(QStyle::CC_ComboBox, &option,
-                                                       QStyle::SC_ComboBoxEditField, popUp);
-    for (int position = 0; position < popUp->count(); ++position) {
-        const QString caption = popUp->compactCaption(position);
-        EXPECT_LE(popUp->fontMetrics().horizontalAdvance(caption), field.width())
-            << caption.toStdString();
+}
+
+// Every closed pop-up shows each of its captions whole, at the default font and at 150 %.
+class Captions : public ControllerFixture, public testing::WithParamInterface<double> {
+protected:
+    void TearDown() override {
+        QApplication::setFont(QFont());
+        ControllerFixture::TearDown();
+    }
+};
+
+TEST_P(Captions, FitTheirPopUps) {
+    QFont font = QApplication::font();
+    font.setPointSizeF(font.pointSizeF() * GetParam());
+    QApplication::setFont(font);
+    auto& calc = start();
+    for (const int state : {vantrel::DisplayStateDiskSpace, vantrel::DisplayStateFilmLength}) {
+        QAction choice;
+        choice.setProperty("tag", state);
+        calc.changeDisplayMode(&choice);
+        QApplication::processEvents();
+        for (QComboBox* popUp : calc.calcWindow()->findChildren<QComboBox*>()) {
+            if (!popUp->isVisible()) continue;
+            auto* compact = qobject_cast<vantrel::CompactComboBox*>(popUp);
+            QStyleOptionComboBox option;
+            option.initFrom(popUp);
+            const QRect field = popUp->style()->subControlRect(QStyle::CC_ComboBox, &option,
+                                                               QStyle::SC_ComboBoxEditField, popUp);
+            for (int position = 0; position < popUp->count(); ++position) {
+                const QString caption =
+                    compact ? compact->compactCaption(position) : popUp->itemText(position);
+                EXPECT_LE(popUp->fontMetrics().horizontalAdvance(caption), field.width())
+                    << popUp->objectName().toStdString() << ": " << caption.toStdString();
+            }
+        }
     }
 }
+
+INSTANTIATE_TEST_SUITE_P(Scales, Captions, testing::Values(1.0, 1.5));
 
 }  // namespace
