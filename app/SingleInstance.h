@@ -1,5 +1,7 @@
 #pragma once
 
+#include <sys/types.h>
+#include <unistd.h>
 #include <QLocalServer>
 #include <QObject>
 
@@ -8,13 +10,24 @@ namespace vantrel {
 /// Keeps Vantrel to one running copy per user. The first copy listens on a local socket; a copy
 /// started later tells it to come to the front and ends, so the calculator, its log and its input
 /// stay in one window.
+///
+/// The socket lives in the user's runtime folder, which only that user can enter, and a later copy
+/// hands over only to a copy that runs as the same user: another account can neither take the
+/// name first nor be mistaken for the running calculator.
 class SingleInstance : public QObject {
     Q_OBJECT
 
 public:
-    explicit SingleInstance(const QString& name, QObject* parent = nullptr);
+    /// The socket of this user's calculator: "com.glessik.Vantrel-UID" in $XDG_RUNTIME_DIR (or
+    /// the private folder Qt makes when it is unset); empty when there is no such folder that
+    /// belongs to the user, and Vantrel then runs without handing over.
+    static QString socketPathForThisUser();
 
-    /// Asks a running copy to come to the front; true when one answered.
+    /// A copy that hands over only to a running copy whose process belongs to `owner`.
+    explicit SingleInstance(const QString& socketPath, uid_t owner = getuid(),
+                            QObject* parent = nullptr);
+
+    /// Asks a running copy of the owner to come to the front; true when one answered.
     bool activateRunningInstance();
     /// Starts answering later copies; false when the socket could not be opened.
     bool listen();
@@ -23,7 +36,8 @@ signals:
     void activationRequested();
 
 private:
-    QString m_name;
+    QString m_path;
+    uid_t m_owner;
     QLocalServer m_server;
 };
 

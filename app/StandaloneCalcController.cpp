@@ -10,7 +10,6 @@
 #include <QMenuBar>
 #include <QSystemTrayIcon>
 
-#include "HelpPage.h"
 #include "NamedImages.h"
 #include "Version.h"
 #include "ui_AboutBox.h"
@@ -49,6 +48,10 @@ void StandaloneCalcController::initialize() {
     m_calcController->setDisplayFrameRateMenu(m_displayFrameRateMenu);
     m_calcController->setDisplayCalcModeMenu(m_displayCalculationModeMenu);
     m_calcController->setTimecodeNotationItems(m_timecodeNotationItems);
+    connect(qApp, &QGuiApplication::applicationStateChanged, this,
+            [this](Qt::ApplicationState state) {
+                if (state == Qt::ApplicationActive) applicationDidBecomeActive();
+            });
     addTrayIcon();
 }
 
@@ -196,7 +199,13 @@ void StandaloneCalcController::addTrayIcon() {
     m_trayIcon->show();
 }
 
+// Whatever way the desktop activates Vantrel (its window in a task list, a second start, the
+// tray), the calculator comes to the front; a dialog, the about box or the help window that the
+// user brought forward keeps its place.
 void StandaloneCalcController::applicationDidBecomeActive() {
+    const QWidget* active = QApplication::activeWindow();
+    if (QApplication::activeModalWidget()) return;
+    if (active && active != m_calcController->calcWindow()) return;
     showCalcWindow(nullptr);
 }
 
@@ -251,8 +260,7 @@ void StandaloneCalcController::showAboutBox(QObject*) {
 }
 
 void StandaloneCalcController::showHelpInWebBrowser(QObject*) {
-    const auto page = helpPageUrl();
-    if (!page || !m_openUrl(*page)) QApplication::beep();
+    m_calcController->showHelp();
 }
 
 void StandaloneCalcController::visitHomepage(QObject*) {

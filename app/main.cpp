@@ -49,15 +49,15 @@ int main(int argc, char** argv) {
     // The calculator keeps running with its window closed, as a tool that is always at hand.
     QApplication::setQuitOnLastWindowClosed(false);
 
-    vantrel::SingleInstance instance(QStringLiteral("com.glessik.Vantrel-") +
-                                     qEnvironmentVariable("USER"));
+    vantrel::SingleInstance instance(vantrel::SingleInstance::socketPathForThisUser());
     if (instance.activateRunningInstance()) return 0;
     instance.listen();
 
     vantrel::StandaloneCalcController delegate;
     delegate.awakeFromNib();
     delegate.initialize();
+    // Starting Vantrel again always means the calculator, whatever window was in front.
     QObject::connect(&instance, &vantrel::SingleInstance::activationRequested, &delegate,
-                     &vantrel::StandaloneCalcController::applicationDidBecomeActive);
+                     [&delegate] { delegate.showCalcWindow(nullptr); });
     return QApplication::exec();
 }

@@ -12,6 +12,7 @@
 
 #include "Calc.h"
 #include "ExpressionHistory.h"
+#include "HelpWindow.h"
 #include "Preferences.h"
 #include "SideCalculators.h"
 
@@ -107,6 +108,11 @@ public:
     /// How pages are opened in the desktop's browser; replaceable so tests open nothing.
     using UrlOpener = std::function<bool(const QUrl&)>;
     void setUrlOpener(UrlOpener opener) { m_openUrl = std::move(opener); }
+    /// Opens the help page at the anchor in the desktop's browser or, failing that, in a window
+    /// of Vantrel's own; beeps only when the page itself is missing.
+    void showHelp(const QString& anchor = QString());
+    /// The help window, once the help was shown without a browser.
+    HelpWindow* helpWindow() const { return m_helpWindow; }
 
 public slots:
     // Expression entry.
@@ -217,6 +223,7 @@ private:
     bool m_animating = false;
     QPointer<QPropertyAnimation> m_windowAnimation;
     UrlOpener m_openUrl;
+    QPointer<HelpWindow> m_helpWindow;
     QPointer<QMenu> m_displayModeMenu;
     QPointer<QMenu> m_displayFrameRateMenu;
     QPointer<QMenu> m_displayCalcModeMenu;

@@ -7,6 +7,7 @@
 #include <QUrl>
 
 #include "HelpPage.h"
+#include "HelpWindow.h"
 #include "LogFile.h"
 #include "TSCController.h"
 #include "ui_Calculator.h"
@@ -61,8 +62,18 @@ void TSCController::savePanelDidEnd(const QString& chosenName, int returnCode) {
 }
 
 void TSCController::openExpressionHelp(QObject*) {
-    const std::optional<QUrl> page = helpPageUrl(QStringLiteral("expressions"));
-    if (!page || !m_openUrl(*page)) QApplication::beep();
+    showHelp(QStringLiteral("expressions"));
+}
+
+void TSCController::showHelp(const QString& anchor) {
+    const std::optional<QUrl> page = helpPageUrl(anchor);
+    if (!page) {
+        QApplication::beep();
+        return;
+    }
+    if (m_openUrl(*page)) return;
+    if (!m_helpWindow) m_helpWindow = new HelpWindow(m_window);
+    m_helpWindow->showPage(*page);
 }
 
 void TSCController::pasteInfo(QObject*) {}

@@ -6,11 +6,13 @@
 #include <QMainWindow>
 #include <QRegularExpression>
 #include <QSettings>
+#include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
 #include <memory>
 
 #include "HelpPage.h"
+#include "SingleInstance.h"
 #include "StandaloneCalcController.h"
 #include "TestRows.h"
 #include "ui_Calculator.h"
@@ -104,7 +106,9 @@ TEST_F(Delegate, LogCommandsActEvenWithTheWindowClosed) {
     calc().calcWindow()->close();
     menuItem(QStringLiteral("Clear Log"))->trigger();
     EXPECT_EQ(calc().ui().calcLog->toPlainText(), QString());
-    delegate->applicationDidBecomeActive();
+    // However the desktop activates Vantrel, the calculator comes to the front.
+    QMetaObject::invokeMethod(qApp, "applicationStateChanged", Qt::DirectConnection,
+                              Q_ARG(Qt::ApplicationState, Qt::ApplicationActive));
     EXPECT_TRUE(calc().calcWindow()->isVisible());
     EXPECT_EQ(calc().ui().inputField->text(), QStringLiteral("1+2"));
 }
@@ -170,5 +174,38 @@ INSTANTIATE_TEST_SUITE_P(Locations, HelpPath,
                                          HelpPathRow{"missing", "", false},
                                          HelpPathRow{"elsewhere", "share/other", false}),
                          rowName<HelpPathRow>);
+
+TEST(SingleInstance, SocketLivesInTheUsersRuntimeFolderNamedByUserId) {
+    QTemporaryDir runtime;
+    QFile::setPermissions(runtime.path(),
+                          QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+    const QByteArray savedRuntime = qgetenv("XDG_RUNTIME_DIR");
+    const QByteArray savedUser = qgetenv("USER");
+    qputenv("XDG_RUNTIME_DIR", runtime.path().toUtf8());
+    qunsetenv("USER");
+    EXPECT_EQ(vantrel::SingleInstance::socketPathForThisUser(),
+              runtime.path() + QStringLiteral("/com.glessik.Vantrel-%1").arg(getuid()));
+    qputenv("XDG_RUNTIME_DIR", savedRuntime);
+    qputenv("USER", savedUser);
+}
+
+// A later copy hands over only to a running copy of its own user; to it, a copy running under
+// another account looks like a stranger's socket.
+class HandOver : public testing::TestWithParam<uid_t> {};
+
+TEST_P(HandOver, OnlyToACopyOfTheSameUser) {
+    QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("socket"));
+    vantrel::SingleInstance running(path);
+    ASSERT_TRUE(running.listen());
+    QSignalSpy activations(&running, &vantrel::SingleInstance::activationRequested);
+    vantrel::SingleInstance later(path, GetParam());
+    const bool sameUser = GetParam() == getuid();
+    EXPECT_EQ(later.activateRunningInstance(), sameUser);
+    QTest::qWait(50);
+    EXPECT_EQ(activations.count(), sameUser ? 1 : 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(Owners, HandOver, testing::Values(getuid(), getuid() + 1));
 
 }  // namespace

@@ -118,10 +118,17 @@ TEST_F(LogSaving, ClearingKeepsTheLogCollapsed) {
     EXPECT_FALSE(calc.logExpanded());
 }
 
-TEST_F(LogSaving, MissingHelpPageDoesNotCrash) {
+TEST_F(LogSaving, HelpOpensInAWindowOfItsOwnWithoutABrowser) {
     auto& calc = start();
+    QUrl opened;
+    calc.setUrlOpener([&opened](const QUrl& url) {
+        opened = url;
+        return false;
+    });
     calc.openExpressionHelp(nullptr);
-    SUCCEED();
+    ASSERT_TRUE(calc.helpWindow() && calc.helpWindow()->isVisible());
+    EXPECT_EQ(calc.helpWindow()->source(), opened);
+    EXPECT_EQ(opened.fragment(), "expressions");
 }
 
 }  // namespace

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QTextBrowser>
+#include <QUrl>
+
+namespace vantrel {
+
+/// The help page in a window of Vantrel's own, for a desktop that has no browser to open it in.
+/// The page is local HTML, so a text browser shows it with its headings, tables and links.
+class HelpWindow : public QTextBrowser {
+    Q_OBJECT
+
+public:
+    explicit HelpWindow(QWidget* parent = nullptr);
+
+    /// Shows the page, scrolled to its anchor, and brings the window to the front.
+    void showPage(const QUrl& page);
+};
+
+}  // namespace vantrel
