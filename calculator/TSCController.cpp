@@ -160,10 +160,7 @@ void TSCController::initialize() {
     m_ui->displayButton24->cell().setOffset(2.0f);
     m_ui->historyButton->cell().setOffset(-60.0f);
     m_ui->expandCollapseButton->cell().setOffset(3.0f);
-    {
-        const QSignalBlocker blocker(m_ui->fpsPopUp);
-        m_ui->fpsPopUp->setCurrentIndex(m_ui->fpsPopUp->findData(DisplayState24fps));
-    }
+    setFrameRate(DisplayState24fps);
     m_displayCalcModeTime = false;
     setDisplayCalcModeTime(true);
     m_expressionHistory =
@@ -274,6 +271,8 @@ void TSCController::setDisplayCalcModeTime(bool flag) {
     }
     m_ui->modeButton->setIcon(namedImage(flag ? QStringLiteral("DisplayCalcModeTime")
                                               : QStringLiteral("DisplayCalcModeFrames")));
+    m_ui->modeButton->setAccessibleName(flag ? tr("Mode: PT, rate suffixes as time")
+                                             : tr("Mode: PF, rate suffixes as frames"));
     checkCalcModeItems();
 }
 

@@ -34,6 +34,28 @@ QString frameRatePicture(int code) {
 
 const QString kNotationKey = QStringLiteral("TimecodeNotation");
 
+// What a screen reader says for the display button: "Display: frame number".
+QString displayStateName(int state) {
+    switch (state) {
+        case DisplayStateNumber:
+            return QObject::tr("Display: frame number");
+        case DisplayStateDiskSpace:
+            return QObject::tr("Display: disk space");
+        case DisplayStateFilmLength:
+            return QObject::tr("Display: film length");
+        default:
+            return QObject::tr("Display: time");
+    }
+}
+
+// "Rate: 29.97 fps drop frame" from the pop-up caption "29.97 drop frame (29d)".
+QString rateName(const QString& caption) {
+    QString rest = caption.section(QLatin1Char('('), 0, 0).trimmed();
+    const QString number = rest.section(QLatin1Char(' '), 0, 0);
+    rest = rest.section(QLatin1Char(' '), 1);
+    return QObject::tr("Rate: %1 fps").arg(number) + (rest.isEmpty() ? QString() : u' ' + rest);
+}
+
 // Checks the items of a menu whose tag equals the value and unchecks the other tagged items.
 // Items of an action group of their own (the notation in the Display menu) choose something else.
 void checkTaggedItems(QMenu* menu, int value) {
@@ -55,6 +77,7 @@ void TSCController::showDisplayStateViews() {
     const bool disk = state == DisplayStateDiskSpace;
     const bool film = state == DisplayStateFilmLength;
     m_ui->displayButton->setIcon(namedImage(displayStatePicture(state)));
+    m_ui->displayButton->setAccessibleName(displayStateName(state));
     if (disk || film) setResolutionIndex(m_resolutionIndex);
     if (disk) updateDiskSpaceAndTranferTime();
     if (film) updateFilmStuff();
@@ -100,6 +123,9 @@ void TSCController::setFrameRate(int code) {
     const QSignalBlocker blocker(m_ui->fpsPopUp);
     m_ui->fpsPopUp->setCurrentIndex(m_ui->fpsPopUp->findData(code));
     m_ui->displayButton24->setIcon(namedImage(frameRatePicture(code)));
+    const QString name = rateName(m_ui->fpsPopUp->currentText());
+    m_ui->displayButton24->setAccessibleName(name);
+    m_ui->fpsPopUp->setAccessibleName(name);
     m_calculator.setFps(code);
 }
 

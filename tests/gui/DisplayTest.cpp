@@ -1,3 +1,4 @@
+#include <QAccessible>
 #include <QComboBox>
 #include <QMenu>
 
@@ -231,6 +232,45 @@ TEST_F(Display, TimecodeNotationIsChosenStoredAndRestored) {
     // Anything but "smpte" reads as classic.
     settings().setValue("TimecodeNotation", "SMPTE");
     EXPECT_EQ(start().timecodeNotation(), vantrel::TimecodeNotation::Classic);
+}
+
+// Screen readers: every control says what it is and does, the keyboard visits the controls in the
+// order they are laid out, and the result fields hand their text to the reader.
+TEST_F(Display, ScreenReadersFindNamedControlsInLayoutOrder) {
+    auto& calc = start();
+    for (QWidget* widget : calc.calcWindow()->findChildren<QWidget*>()) {
+        const bool control = qobject_cast<QAbstractButton*>(widget) ||
+                             qobject_cast<QComboBox*>(widget) || qobject_cast<QLineEdit*>(widget) ||
+                             qobject_cast<QPlainTextEdit*>(widget);
+        if (!control || widget->objectName().isEmpty()) continue;
+        QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(widget);
+        EXPECT_FALSE(accessible->text(QAccessible::Name).isEmpty())
+            << widget->objectName().toStdString();
+        EXPECT_FALSE(accessible->text(QAccessible::Description).isEmpty())
+            << widget->objectName().toStdString();
+    }
+    QPoint previous(-1, -1);
+    for (QWidget* widget = ui().displayButton->nextInFocusChain(); widget != ui().displayButton;
+         widget = widget->nextInFocusChain()) {
+        if (!(widget->focusPolicy() & Qt::TabFocus) || !widget->isVisible()) continue;
+        const QPoint place = widget->mapTo(calc.calcWindow(), QPoint());
+        const bool sameRow = std::abs(place.y() - previous.y()) < 12;
+        EXPECT_TRUE(sameRow ? place.x() > previous.x() : place.y() > previous.y())
+            << widget->objectName().toStdString();
+        previous = place;
+    }
+    QAction rate;
+    rate.setProperty("tag", vantrel::DisplayState29drop);
+    calc.changeDisplayFrameRate(&rate);
+    EXPECT_EQ(ui().displayButton24->accessibleName(), "Rate: 29.97 fps drop frame");
+    calc.setDisplayCalcModeTime(false);
+    EXPECT_EQ(ui().modeButton->accessibleName(), "Mode: PF, rate suffixes as frames");
+    type("12");
+    for (QLineEdit* field : {ui().resultField, ui().resultField2}) {
+        QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(field);
+        ASSERT_TRUE(accessible->textInterface());
+        EXPECT_EQ(accessible->textInterface()->text(0, 11), "00:00:00.12");
+    }
 }
 
 }  // namespace

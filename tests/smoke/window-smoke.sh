@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Starts the real calculator in a real X server and uses it from the keyboard alone: types an
-# expression, finishes it with Return, switches the display with a menu shortcut, saves the log
+# expression, finishes it with Return, opens and closes the history menu and presses Return again,
+# switches the display with a menu shortcut, saves the log
 # through File > Save Log (Ctrl+S) and takes a screenshot. Passes when the window appeared, the
 # program is still running, and the saved file holds the calculation line in Mac OS Roman.
 #
@@ -16,6 +17,14 @@ start_calculator "$binary"
 xdotool type --delay 20 '01:00:00.00|25*2'
 xdotool key Return
 sleep 0.6
+# A menu opened and closed between two Returns does not end the editing: the second Return logs
+# nothing more.
+xdotool key ctrl+r
+sleep 0.4
+xdotool key Escape
+sleep 0.2
+xdotool key Return
+sleep 0.3
 xdotool key ctrl+2
 sleep 0.3
 xdotool key ctrl+s
