@@ -22,6 +22,7 @@
 
 #include "DisplayState.h"
 #include "Grammar.h"
+#include "LastMatch.h"
 #include "Regex.h"
 
 namespace vantrel {
@@ -137,7 +138,6 @@ public:
 private:
     enum class Extent { WholeText, FirstMatch };
 
-    /// The one place where an expression is read: SMPTE timestamps become classic ones first.
     std::optional<double> evalToFrames(std::string_view typed, Flavour flavour, Extent extent);
     std::optional<std::string> evalToText(std::string_view expression, Flavour flavour,
                                           Extent extent, int displayMode);
@@ -151,6 +151,9 @@ private:
     double m_framerate = 24.0;
     int m_fps = DisplayState24fps;
     TimecodeNotation m_notation = TimecodeNotation::Classic;
+    // The one place where an expression is read; SMPTE timestamps become classic ones first.
+    mutable LastMatch m_lastMatch;
+    Flavour m_walkFlavour = Flavour::PT;
     float m_cachedResultPT = 0.0f;
     float m_cachedResultPF = 0.0f;
 };

@@ -8,9 +8,7 @@
 
 #include "Calc.h"
 #include "FloatNarrowing.h"
-#include "GrammarMatcher.h"
 #include "NumberText.h"
-#include "TimestampText.h"
 
 namespace vantrel {
 
@@ -58,8 +56,15 @@ std::optional<double> Calc::pop() {
 void Calc::visitAtFirstCapture(const Capture&) {}
 
 void Calc::visitAtLastCapture(const Capture& capture) {
+    std::string_view group = capture.groupName;
+    // One match serves both readings: in the PF reading the timestamp groups are read under the
+    // names the PF copy of the grammar gives them.
+    if (m_walkFlavour == Flavour::PF) {
+        if (group == "ts1PT") group = "ts1PF";
+        if (group == "ts2PT") group = "ts2PF";
+    }
     for (const auto& [name, reduction] : kReductions) {
-        if (name == capture.groupName) {
+        if (name == group) {
             (this->*reduction)(capture);
             return;
         }
@@ -117,16 +122,11 @@ void Calc::reduce_zm2(const Capture&) {
 }
 
 std::optional<double> Calc::evalToFrames(std::string_view typed, Flavour flavour, Extent extent) {
-    const std::string expression = timestamp_text::classicFromSmpte(typed);
-    const GrammarMatcher& matcher = grammarMatcher(flavour);
-    // A whole-text match must start at 0, so trying only there finds what a search would.
-    const auto match =
-        extent == Extent::WholeText ? matcher.matchAtStart(expression) : matcher.search(expression);
+    const auto& match = m_lastMatch.of(typed, extent == Extent::WholeText);
     if (!match) return std::nullopt;
-    if (extent == Extent::WholeText && match->range().length != expression.size()) {
-        return std::nullopt;
-    }
+    if (extent == Extent::WholeText && match->range().length != typed.size()) return std::nullopt;
     _stack.clear();
+    m_walkFlavour = flavour;
     match->acceptVisitor(*this);
     const auto value = pop();
     _stack.clear();
@@ -202,9 +202,7 @@ std::vector<ColouredSpan> Calc::colorizeLazyEvaluatedString(std::string_view inp
     const auto addSpan = [&spans](std::string_view text, SpanColour colour) {
         if (!text.empty()) spans.push_back({std::string(text), colour});
     };
-    // Both grammar copies match the same part of any text; they differ only in group names.
-    const std::string classic = timestamp_text::classicFromSmpte(input);
-    const auto match = grammarMatcher(Flavour::PT).search(classic);
+    const auto& match = m_lastMatch.of(input, false);
     if (!match) {
         addSpan(input, SpanColour::Red);
         return spans;

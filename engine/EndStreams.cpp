@@ -191,24 +191,27 @@ private:
     std::size_t m_left = 0;
 };
 
-// Streams by part and start position: open addressing with linear probing. A slot belongs to the
-// current search only when it carries the current generation, so starting a search over does not
-// have to clear the table.
+// Streams by part and start position: open addressing with linear probing, three quarters full
+// at most. A slot belongs to the current search only when it carries the current generation, so
+// starting a search over does not have to clear the table. A slot packs generation, part and start
+// into one word beside the stream: a long text asks for hundreds of thousands of streams, and the
+// table is the largest thing a search keeps.
 class EndStreams::StreamTable {
 public:
     Stream* find(std::uint64_t key) const {
+        const std::uint64_t tagged = tag(key);
         for (std::size_t i = slotOf(key);; i = (i + 1) & m_mask) {
             const Slot& slot = m_slots[i];
-            if (slot.generation != m_generation) return nullptr;
-            if (slot.key == key) return slot.stream;
+            if (slot.tag >> kGenerationShift != m_generation) return nullptr;
+            if (slot.tag == tagged) return slot.stream;
         }
     }
 
     void insert(std::uint64_t key, Stream* stream) {
-        if (2 * (m_used + 1) > m_slots.size()) grow();
+        if (4 * (m_used + 1) > 3 * m_slots.size()) grow();
         std::size_t i = slotOf(key);
-        while (m_slots[i].generation == m_generation) i = (i + 1) & m_mask;
-        m_slots[i] = {key, stream, m_generation};
+        while (m_slots[i].tag >> kGenerationShift == m_generation) i = (i + 1) & m_mask;
+        m_slots[i] = {tag(key), stream};
         ++m_used;
     }
 
@@ -218,7 +221,7 @@ public:
             m_slots.assign(kFirstSlots, Slot());
             m_mask = kFirstSlots - 1;
         }
-        if (++m_generation == 0) {
+        if (++m_generation > kLastGeneration) {
             std::fill(m_slots.begin(), m_slots.end(), Slot());
             m_generation = 1;
         }
@@ -227,12 +230,16 @@ public:
 private:
     static constexpr std::size_t kFirstSlots = 512;
     static constexpr std::size_t kKeptSlots = 1 << 18;
+    // Keys are a part (below 2^16, which EndStreams checks) and a start position (32 bits).
+    static constexpr int kGenerationShift = 48;
+    static constexpr std::uint64_t kLastGeneration = 0xFFFF;
 
     struct Slot {
-        std::uint64_t key = 0;
+        std::uint64_t tag = 0;
         Stream* stream = nullptr;
-        std::uint32_t generation = 0;
     };
+
+    std::uint64_t tag(std::uint64_t key) const { return (m_generation << kGenerationShift) | key; }
 
     std::size_t slotOf(std::uint64_t key) const {
         return static_cast<std::size_t>((key * 0x9E3779B97F4A7C15ull) >> 32) & m_mask;
@@ -242,18 +249,20 @@ private:
         std::vector<Slot> old = std::move(m_slots);
         m_slots.assign(old.size() * 2, Slot());
         m_mask = m_slots.size() - 1;
-        const std::uint32_t generation = m_generation;
+        const std::uint64_t generation = m_generation;
         m_generation = 1;
         m_used = 0;
+        constexpr std::uint64_t kKeyBits = (std::uint64_t{1} << kGenerationShift) - 1;
         for (const Slot& slot : old) {
-            if (slot.generation == generation) insert(slot.key, slot.stream);
+            if (slot.tag >> kGenerationShift == generation)
+                insert(slot.tag & kKeyBits, slot.stream);
         }
     }
 
     std::vector<Slot> m_slots = std::vector<Slot>(kFirstSlots);
     std::size_t m_mask = kFirstSlots - 1;
     std::size_t m_used = 0;
-    std::uint32_t m_generation = 1;
+    std::uint64_t m_generation = 1;
 };
 
 // What a search needs besides the pattern and the text, kept per thread from search to search.
@@ -266,6 +275,9 @@ struct EndStreams::Workspace {
 
 EndStreams::EndStreams(const GrammarPattern& pattern, std::string_view text)
     : m_pattern(pattern), m_text(text) {
+    if (pattern.nodes().size() > 0xFFFF || text.size() > 0xFFFFFFFFu) {
+        throw std::length_error("grammar or text too large for the stream table");
+    }
     m_space = borrowWorkspace<Workspace>();
     m_noEnds = m_space->arena.allocate<Stream>(1);
     m_noEnds->finished = true;
