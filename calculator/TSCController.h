@@ -49,7 +49,7 @@ public:
     Calc& calculator() { return m_calculator; }
     bool displayCalcModeTime() const { return m_displayCalcModeTime; }
     void setDisplayCalcModeTime(bool flag);
-    bool isClean() const { return clean; }
+    bool isClean() const { return m_clean; }
     int lines() const { return m_lines; }
     int displayButtonState() const { return m_displayButtonState; }
     int displayFrameRateState() const { return m_displayFrameRateState; }
@@ -206,7 +206,7 @@ private:
     QString m_filmLengthPT;
     QString m_filmLengthPF;
 
-    bool clean = true;
+    bool m_clean = true;
     int m_lines = 0;
     int m_displayButtonState = DisplayStateTime;
     int m_displayFrameRateState = DisplayState24fps;
@@ -218,7 +218,7 @@ private:
     int m_systemIndex = 0;
     double m_storedHeight = 0.0;
     bool m_logExpanded = false;
-    bool buttonsExpanded = true;
+    bool m_buttonsExpanded = true;
     bool m_displayCalcModeTime = false;
     bool m_animating = false;
     QPointer<QPropertyAnimation> m_windowAnimation;

@@ -113,7 +113,7 @@ void TSCController::changeDisplayMode(QObject* sender) {
     }
     checkTaggedItems(m_displayModeMenu, m_displayButtonState);
     showDisplayStateViews();
-    clean = false;
+    m_clean = false;
     showLazyResults(true);
 }
 
@@ -144,7 +144,7 @@ void TSCController::changeDisplayFrameRate(QObject* sender) {
         if (frameRateForCode(tag)) code = tag;
     }
     setFrameRate(code);
-    clean = false;
+    m_clean = false;
     showLazyResults(true);
     updateDiskSpaceAndTranferTime();
     updateFilmStuff();
@@ -197,7 +197,7 @@ void TSCController::showFpsMenu(QObject*) {
 
 void TSCController::toggleCalcMode(QObject* sender) {
     // The same expression may now be finished again, into the other reading's log line.
-    clean = false;
+    m_clean = false;
     if (sender == m_ui->modeButton) {
         setDisplayCalcModeTime(!m_displayCalcModeTime);
     } else if (sender) {

@@ -87,7 +87,7 @@ void TSCController::appendToLog(const QString& text) {
 }
 
 void TSCController::finish(QObject*) {
-    if (clean) return;
+    if (m_clean) return;
     ++m_lines;
     const QString input = m_ui->inputField->text();
     const std::string typed = input.toStdString();
@@ -103,7 +103,7 @@ void TSCController::finish(QObject*) {
     }
     refreshSideCalculators();
     m_ui->resetButton->setEnabled(true);
-    clean = true;
+    m_clean = true;
     if (!m_logExpanded) changeWindow(this);
 }
 
@@ -123,7 +123,7 @@ void TSCController::clearEntry(QObject*) {
         m_ui->inputField->setText(QString());
     }
     m_ui->resetButton->setEnabled(!m_ui->calcLog->document()->isEmpty());
-    clean = true;
+    m_clean = true;
 }
 
 void TSCController::showLazyResult(QLineEdit* field, const std::optional<std::string>& result,
@@ -144,7 +144,7 @@ void TSCController::showLazyResults(bool keepFilmFields) {
 }
 
 void TSCController::update(QObject*) {
-    clean = false;
+    m_clean = false;
     m_ui->resetButton->setEnabled(true);
     showLazyResults(false);
     refreshSideCalculators();
@@ -153,7 +153,7 @@ void TSCController::update(QObject*) {
 // The highlighter has already coloured the new text by the time this runs.
 void TSCController::controlTextDidChange() {
     showLazyResults(true);
-    clean = false;
+    m_clean = false;
     m_ui->resetButton->setEnabled(true);
     refreshSideCalculators();
 }

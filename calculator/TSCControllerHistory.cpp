@@ -64,7 +64,7 @@ void TSCController::goToExpressionHistory(QObject* sender) {
         const QSignalBlocker blocker(m_ui->inputField);
         m_ui->inputField->setText(item->data().toString());
     }
-    clean = false;
+    m_clean = false;
     m_ui->resetButton->setEnabled(true);
     showLazyResults(false);
     m_ui->inputField->moveCursorToEnd();

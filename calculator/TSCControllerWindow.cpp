@@ -36,8 +36,8 @@ void TSCController::changeWindow(QObject*) {
         m_windowAnimation->stop();
     }
     const window_heights::Toggle toggle =
-        window_heights::toggle(frame.height(), buttonsExpanded, m_storedHeight);
-    buttonsExpanded = toggle.expand;
+        window_heights::toggle(frame.height(), m_buttonsExpanded, m_storedHeight);
+    m_buttonsExpanded = toggle.expand;
     m_logExpanded = toggle.expand;
     m_storedHeight = toggle.storedHeight;
     setLogButtonsEnabled(toggle.expand);

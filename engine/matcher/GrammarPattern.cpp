@@ -3,6 +3,8 @@
 #include <map>
 #include <stdexcept>
 
+#include "PatternAnalysis.h"
+
 namespace vantrel {
 
 namespace {
@@ -56,12 +58,7 @@ public:
         m_pattern.m_root = alternation();
         if (!atEnd()) fail("unbalanced ')'");
         resolveCalls();
-        findNullableParts();
-        findCapturesWhenEmpty();
-        findFirstCharacters();
-        findRunsThatTakeAll();
-        rejectEmptyRepetitions();
-        rejectLeftRecursion();
+        PatternAnalysis(m_pattern, m_offsets).run();
     }
 
 private:
@@ -80,8 +77,7 @@ private:
     }
 
     [[noreturn]] void failAt(std::size_t offset, std::string_view what) const {
-        throw std::invalid_argument("grammar text, offset " + std::to_string(offset) + ": " +
-                                    std::string(what));
+        refusePattern(offset, what);
     }
     [[noreturn]] void fail(std::string_view what) const { failAt(m_at, what); }
 
@@ -346,207 +342,11 @@ private:
         }
     }
 
-    // Least fixed points: calls make the parts recursive, so a single pass is not enough.
-    void findNullableParts() {
-        const auto& nodes = m_pattern.m_nodes;
-        m_nullable.assign(nodes.size(), false);
-        bool changed = true;
-        while (changed) {
-            changed = false;
-            for (std::size_t i = 0; i < nodes.size(); ++i) {
-                if (!m_nullable[i] && nullable(nodes[i])) {
-                    m_nullable[i] = true;
-                    changed = true;
-                }
-            }
-        }
-        m_pattern.m_nullable = m_nullable;
-    }
-
-    void findCapturesWhenEmpty() {
-        const auto& nodes = m_pattern.m_nodes;
-        auto& captures = m_pattern.m_capturesWhenEmpty;
-        captures.assign(nodes.size(), false);
-        bool changed = true;
-        while (changed) {
-            changed = false;
-            for (std::size_t i = 0; i < nodes.size(); ++i) {
-                if (!captures[i] && m_nullable[i] && capturesWhenEmpty(nodes[i])) {
-                    captures[i] = true;
-                    changed = true;
-                }
-            }
-        }
-    }
-
-    // Only asked of nullable parts. A repetition that reads nothing stops at once, capturing
-    // nothing, since its body cannot match the empty text.
-    bool capturesWhenEmpty(const PatternNode& part) const {
-        const auto& captures = m_pattern.m_capturesWhenEmpty;
-        switch (part.kind) {
-            case Kind::Empty:
-            case Kind::Run:
-            case Kind::Star:
-                return false;
-            case Kind::Sequence:
-                return captures[part.first] || captures[part.second];
-            case Kind::Choice:
-                for (std::uint32_t i = 0; i < part.second; ++i) {
-                    if (captures[m_pattern.m_alternatives[part.first + i]]) return true;
-                }
-                return false;
-            case Kind::History:
-                return true;
-            case Kind::Call:
-                return captures[part.first];
-        }
-        return false;
-    }
-
-    void findFirstCharacters() {
-        const auto& nodes = m_pattern.m_nodes;
-        auto& first = m_pattern.m_firstCharacters;
-        first.assign(nodes.size(), {});
-        bool changed = true;
-        while (changed) {
-            changed = false;
-            for (std::size_t i = 0; i < nodes.size(); ++i) {
-                const std::bitset<256> found = firstCharacters(nodes[i]);
-                if ((found & ~first[i]).any()) {
-                    first[i] |= found;
-                    changed = true;
-                }
-            }
-        }
-    }
-
-    std::bitset<256> firstCharacters(const PatternNode& part) const {
-        const auto& first = m_pattern.m_firstCharacters;
-        switch (part.kind) {
-            case Kind::Empty:
-                return {};
-            case Kind::Run:
-                return part.maxCount > 0 ? part.characters : std::bitset<256>();
-            case Kind::Sequence:
-                return m_nullable[part.first] ? first[part.first] | first[part.second]
-                                              : first[part.first];
-            case Kind::Choice: {
-                std::bitset<256> set;
-                for (std::uint32_t i = 0; i < part.second; ++i) {
-                    set |= first[m_pattern.m_alternatives[part.first + i]];
-                }
-                return set;
-            }
-            case Kind::Star:
-            case Kind::History:
-            case Kind::Call:
-                return first[part.first];
-        }
-        return {};
-    }
-
-    bool nullable(const PatternNode& part) const {
-        switch (part.kind) {
-            case Kind::Empty:
-            case Kind::Star:
-                return true;
-            case Kind::Run:
-                return part.minCount == 0;
-            case Kind::Sequence:
-                return m_nullable[part.first] && m_nullable[part.second];
-            case Kind::Choice:
-                for (std::uint32_t i = 0; i < part.second; ++i) {
-                    if (m_nullable[m_pattern.m_alternatives[part.first + i]]) return true;
-                }
-                return false;
-            case Kind::History:
-            case Kind::Call:
-                return m_nullable[part.first];
-        }
-        return false;
-    }
-
-    void findRunsThatTakeAll() {
-        auto& nodes = m_pattern.m_nodes;
-        for (PatternNode& part : nodes) {
-            if (part.kind != Kind::Sequence) continue;
-            const PatternNode& head = nodes[part.first];
-            part.headTakesAll = head.kind == Kind::Run && !m_nullable[part.second] &&
-                                (head.characters & m_pattern.m_firstCharacters[part.second]).none();
-        }
-    }
-
-    // Oniguruma stops an iteration that matched nothing by a check whose outcome also depends on
-    // the captures; the grammar never needs it, so such repetitions are refused instead.
-    void rejectEmptyRepetitions() const {
-        const auto& nodes = m_pattern.m_nodes;
-        for (std::size_t i = 0; i < nodes.size(); ++i) {
-            if (nodes[i].kind == Kind::Star && m_nullable[nodes[i].first]) {
-                failAt(m_offsets[i], "a repeated part can match the empty text");
-            }
-        }
-    }
-
-    // The parts a part may enter without reading a character: a cycle among them would make a
-    // call re-enter itself at the same position for ever (Oniguruma calls it never-ending
-    // recursion and refuses the pattern too).
-    std::vector<std::uint32_t> enteredWithoutReading(const PatternNode& part) const {
-        switch (part.kind) {
-            case Kind::Empty:
-            case Kind::Run:
-                return {};
-            case Kind::Sequence:
-                if (m_nullable[part.first]) return {part.first, part.second};
-                return {part.first};
-            case Kind::Choice:
-                return {m_pattern.m_alternatives.begin() + part.first,
-                        m_pattern.m_alternatives.begin() + part.first + part.second};
-            case Kind::Star:
-            case Kind::History:
-            case Kind::Call:
-                return {part.first};
-        }
-        return {};
-    }
-
-    void rejectLeftRecursion() const {
-        enum class Mark : std::uint8_t { Unvisited, Open, Done };
-        const auto& nodes = m_pattern.m_nodes;
-        std::vector<Mark> marks(nodes.size(), Mark::Unvisited);
-        struct Visit {
-            std::uint32_t node;
-            std::vector<std::uint32_t> next;
-            std::size_t index;
-        };
-        for (std::uint32_t start = 0; start < nodes.size(); ++start) {
-            if (marks[start] != Mark::Unvisited) continue;
-            std::vector<Visit> path{{start, enteredWithoutReading(nodes[start]), 0}};
-            marks[start] = Mark::Open;
-            while (!path.empty()) {
-                Visit& visit = path.back();
-                if (visit.index == visit.next.size()) {
-                    marks[visit.node] = Mark::Done;
-                    path.pop_back();
-                    continue;
-                }
-                const std::uint32_t next = visit.next[visit.index++];
-                if (marks[next] == Mark::Open) {
-                    failAt(m_offsets[next],
-                           "a definition calls itself without reading a character");
-                }
-                if (marks[next] == Mark::Done) continue;
-                marks[next] = Mark::Open;
-                path.push_back({next, enteredWithoutReading(nodes[next]), 0});
-            }
-        }
-    }
-
     std::string_view m_text;
     std::size_t m_at = 0;
     GrammarPattern& m_pattern;
     std::uint32_t m_empty = 0;
     std::vector<std::size_t> m_offsets;
-    std::vector<bool> m_nullable;
     std::map<std::string, std::uint32_t, std::less<>> m_definitions;
     std::vector<PendingCall> m_calls;
 };

@@ -28,8 +28,6 @@ public:
     std::optional<std::vector<CaptureRecord>> firstMatch(std::uint32_t part, std::uint32_t start);
 
 private:
-    class Arena;
-    class StreamTable;
     struct Workspace;
     struct Derivation;
     struct End;
@@ -56,6 +54,7 @@ private:
     Request advanceStar(Stream& stream, const PatternNode& part);
     Request advanceHistory(Stream& stream, const PatternNode& part);
     Request advanceConcatenation(Stream& stream, std::uint32_t tailPart);
+    std::optional<End> nextInnerEnd(Stream& stream, Request& wait);
     void pushRound(Stream& stream, std::uint32_t position, const Derivation* derivation);
 
     bool claim(Stream& stream, std::uint32_t position);

@@ -72,6 +72,7 @@ public:
 
 private:
     friend class PatternReader;
+    friend class PatternAnalysis;
 
     std::vector<PatternNode> m_nodes;
     std::vector<std::uint32_t> m_alternatives;

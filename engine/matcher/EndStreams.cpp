@@ -8,6 +8,8 @@
 #include <stdexcept>
 #include <type_traits>
 
+#include "Arena.h"
+#include "StreamTable.h"
 #include "WorkspacePool.h"
 
 // Why the first end of the root, from the first start position that has one, is exactly the match
@@ -125,150 +127,10 @@ struct EndStreams::Stream {
     bool waiting = false;
 };
 
-// Bump allocation for everything of one search, released together. The blocks are kept for the
-// next search on the thread: fresh memory costs a page fault per page, which would outweigh the
-// matching itself.
-class EndStreams::Arena {
-public:
-    template <typename T>
-    T* allocate(std::size_t count) {
-        static_assert(std::is_trivially_destructible_v<T>);
-        constexpr std::size_t align = alignof(std::max_align_t);
-        const std::size_t bytes = (count * sizeof(T) + align - 1) / align * align;
-        if (bytes > m_left) nextBlock(bytes);
-        T* first = std::launder(reinterpret_cast<T*>(m_next));
-        m_next += bytes;
-        m_left -= bytes;
-        std::uninitialized_value_construct_n(first, count);
-        return first;
-    }
-
-    // Starts over in the first block, keeping at most kKeptBytes of blocks.
-    void reset() {
-        std::size_t kept = 0;
-        std::size_t count = 0;
-        while (count < m_blocks.size() && kept + m_blocks[count].size <= kKeptBytes) {
-            kept += m_blocks[count++].size;
-        }
-        m_blocks.resize(count);
-        m_current = 0;
-        m_next = m_blocks.empty() ? nullptr : m_blocks.front().memory.get();
-        m_left = m_blocks.empty() ? 0 : m_blocks.front().size;
-    }
-
-private:
-    static constexpr std::size_t kFirstBlockBytes = 16 << 10;
-    static constexpr std::size_t kLargestBlockBytes = 1 << 20;
-    static constexpr std::size_t kKeptBytes = 8 << 20;
-
-    struct Block {
-        std::unique_ptr<std::byte[]> memory;
-        std::size_t size;
-    };
-
-    void nextBlock(std::size_t bytes) {
-        while (m_current + 1 < m_blocks.size()) {
-            const Block& block = m_blocks[++m_current];
-            if (block.size >= bytes) {
-                m_next = block.memory.get();
-                m_left = block.size;
-                return;
-            }
-        }
-        const std::size_t grown = m_blocks.empty()
-                                      ? kFirstBlockBytes
-                                      : std::min(m_blocks.back().size * 2, kLargestBlockBytes);
-        const std::size_t size = std::max(bytes, grown);
-        m_blocks.push_back({std::make_unique_for_overwrite<std::byte[]>(size), size});
-        m_current = m_blocks.size() - 1;
-        m_next = m_blocks.back().memory.get();
-        m_left = size;
-    }
-
-    std::vector<Block> m_blocks;
-    std::size_t m_current = 0;
-    std::byte* m_next = nullptr;
-    std::size_t m_left = 0;
-};
-
-// Streams by part and start position: open addressing with linear probing, three quarters full
-// at most. A slot belongs to the current search only when it carries the current generation, so
-// starting a search over does not have to clear the table. A slot packs generation, part and start
-// into one word beside the stream: a long text asks for hundreds of thousands of streams, and the
-// table is the largest thing a search keeps.
-class EndStreams::StreamTable {
-public:
-    Stream* find(std::uint64_t key) const {
-        const std::uint64_t tagged = tag(key);
-        for (std::size_t i = slotOf(key);; i = (i + 1) & m_mask) {
-            const Slot& slot = m_slots[i];
-            if (slot.tag >> kGenerationShift != m_generation) return nullptr;
-            if (slot.tag == tagged) return slot.stream;
-        }
-    }
-
-    void insert(std::uint64_t key, Stream* stream) {
-        if (4 * (m_used + 1) > 3 * m_slots.size()) grow();
-        std::size_t i = slotOf(key);
-        while (m_slots[i].tag >> kGenerationShift == m_generation) i = (i + 1) & m_mask;
-        m_slots[i] = {tag(key), stream};
-        ++m_used;
-    }
-
-    void reset() {
-        m_used = 0;
-        if (m_slots.size() > kKeptSlots) {
-            m_slots.assign(kFirstSlots, Slot());
-            m_mask = kFirstSlots - 1;
-        }
-        if (++m_generation > kLastGeneration) {
-            std::fill(m_slots.begin(), m_slots.end(), Slot());
-            m_generation = 1;
-        }
-    }
-
-private:
-    static constexpr std::size_t kFirstSlots = 512;
-    static constexpr std::size_t kKeptSlots = 1 << 18;
-    // Keys are a part (below 2^16, which EndStreams checks) and a start position (32 bits).
-    static constexpr int kGenerationShift = 48;
-    static constexpr std::uint64_t kLastGeneration = 0xFFFF;
-
-    struct Slot {
-        std::uint64_t tag = 0;
-        Stream* stream = nullptr;
-    };
-
-    std::uint64_t tag(std::uint64_t key) const { return (m_generation << kGenerationShift) | key; }
-
-    std::size_t slotOf(std::uint64_t key) const {
-        return static_cast<std::size_t>((key * 0x9E3779B97F4A7C15ull) >> 32) & m_mask;
-    }
-
-    void grow() {
-        std::vector<Slot> old = std::move(m_slots);
-        m_slots.assign(old.size() * 2, Slot());
-        m_mask = m_slots.size() - 1;
-        const std::uint64_t generation = m_generation;
-        m_generation = 1;
-        m_used = 0;
-        constexpr std::uint64_t kKeyBits = (std::uint64_t{1} << kGenerationShift) - 1;
-        for (const Slot& slot : old) {
-            if (slot.tag >> kGenerationShift == generation)
-                insert(slot.tag & kKeyBits, slot.stream);
-        }
-    }
-
-    std::vector<Slot> m_slots = std::vector<Slot>(kFirstSlots);
-    std::size_t m_mask = kFirstSlots - 1;
-    std::size_t m_used = 0;
-    std::uint64_t m_generation = 1;
-};
-
 // What a search needs besides the pattern and the text, kept per thread from search to search.
 struct EndStreams::Workspace {
     Arena arena;
-    StreamTable streams;
+    StreamTable<Stream> streams;
     std::vector<Request> work;
     std::vector<std::uint64_t> aliases;
 };
@@ -495,6 +357,21 @@ void EndStreams::pushRound(Stream& stream, std::uint32_t position, const Derivat
     stream.rounds[stream.roundCount++] = {position, nullptr, 0, derivation};
 }
 
+// The current inner list read one end further. Without an end: `wait` names the list when it has
+// to be worked out further first, and when it is done the stream moves on to its next outer end
+// or alternative.
+std::optional<EndStreams::End> EndStreams::nextInnerEnd(Stream& stream, Request& wait) {
+    Stream& inner = *stream.inner;
+    if (stream.innerIndex < inner.size) return inner.ends[stream.innerIndex++];
+    if (!inner.finished) {
+        wait = {&inner, stream.innerIndex};
+    } else {
+        stream.inner = nullptr;
+        ++stream.outerIndex;
+    }
+    return std::nullopt;
+}
+
 // For each end of the outer list in turn, the ends of the tail part from there.
 EndStreams::Request EndStreams::advanceConcatenation(Stream& stream, std::uint32_t tailPart) {
     for (;;) {
@@ -510,17 +387,15 @@ EndStreams::Request EndStreams::advanceConcatenation(Stream& stream, std::uint32
             stream.inner = streamAt(tailPart, outer.ends[stream.outerIndex].position);
             stream.innerIndex = 0;
         }
-        Stream& inner = *stream.inner;
-        if (stream.innerIndex >= inner.size) {
-            if (!inner.finished) return {&inner, stream.innerIndex};
-            stream.inner = nullptr;
-            ++stream.outerIndex;
+        Request wait;
+        const std::optional<End> tail = nextInnerEnd(stream, wait);
+        if (!tail) {
+            if (wait.stream) return wait;
             continue;
         }
-        const End tail = inner.ends[stream.innerIndex++];
-        if (!claim(stream, tail.position)) continue;
+        if (!claim(stream, tail->position)) continue;
         const Derivation* head = stream.outer->ends[stream.outerIndex].derivation;
-        append(stream, tail.position, concatenation(head, tail.derivation));
+        append(stream, tail->position, concatenation(head, tail->derivation));
         return {};
     }
 }
@@ -537,16 +412,14 @@ EndStreams::Request EndStreams::advanceChoice(Stream& stream, const PatternNode&
             stream.inner = streamAt(alternative, stream.start);
             stream.innerIndex = 0;
         }
-        Stream& inner = *stream.inner;
-        if (stream.innerIndex >= inner.size) {
-            if (!inner.finished) return {&inner, stream.innerIndex};
-            stream.inner = nullptr;
-            ++stream.outerIndex;
+        Request wait;
+        const std::optional<End> end = nextInnerEnd(stream, wait);
+        if (!end) {
+            if (wait.stream) return wait;
             continue;
         }
-        const End end = inner.ends[stream.innerIndex++];
-        if (!claim(stream, end.position)) continue;
-        append(stream, end.position, end.derivation);
+        if (!claim(stream, end->position)) continue;
+        append(stream, end->position, end->derivation);
         return {};
     }
 }
