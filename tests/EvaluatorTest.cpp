@@ -128,13 +128,6 @@ INSTANTIATE_TEST_SUITE_P(
         SmpteRow{"two_groups_unread", 1, "10;12", "10;12", false}),
     rowName<SmpteRow>);
 
-TEST(Evaluator, PTAndPFReadSuffixesDifferently) {
-    Calc calc;
-    calc.setFps(DisplayState25fps);
-    EXPECT_EQ(calc.evalPT("00:00:01.00|24*2", DisplayStateNumber), "50");
-    EXPECT_EQ(calc.evalPF("00:00:01.00|24*2", DisplayStateNumber), "48");
-}
-
 TEST(Evaluator, RejectedTextKeepsTheCachedResults) {
     Calc calc;
     calc.setFps(DisplayState25fps);
@@ -170,15 +163,6 @@ TEST(Evaluator, LeavesTheStackEmpty) {
         (void)calc.lazyevalPF(expression, DisplayStateTime);
         EXPECT_EQ(calc.pop(), std::nullopt) << expression;
     }
-}
-
-TEST(Evaluator, StackIsLastInFirstOut) {
-    Calc calc;
-    calc.push(1);
-    calc.push(2);
-    EXPECT_EQ(calc.pop(), 2.0);
-    EXPECT_EQ(calc.pop(), 1.0);
-    EXPECT_EQ(calc.pop(), std::nullopt);
 }
 
 }  // namespace

@@ -52,6 +52,10 @@ INSTANTIATE_TEST_SUITE_P(
         ColourRow{"smpte_partly_typed", "01:00:10:1", {{"01:00:10:1", black}}, "90251"},
         ColourRow{
             "smpte_frames_not_yet_typed", "01:00:10:", {{"01:00:10", black}, {":", red}}, "90250"},
+        ColourRow{"not_smpte_point_after",
+                  "01:00:10:12.5",
+                  {{"01:00:10", black}, {":12.5", red}},
+                  "90250"},
         ColourRow{"smpte_then_operator",
                   "x01;00;10;12|25+",
                   {{"x", red}, {"01;00;10;12|25", black}, {"+", red}},

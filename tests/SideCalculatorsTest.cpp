@@ -109,21 +109,15 @@ INSTANTIATE_TEST_SUITE_P(
     rowName<FilmRow>);
 
 TEST(LogEntries, DiskSpaceNamesTheFormatAndLink) {
-    const DiskFigures figures{"14.6 GB", "24.3 min"};
-    EXPECT_EQ(diskSpaceLogEntry("1500", figures, {4, 2, 1, 4}),
-              "1500 frame(s) approximate\n     14.6 GB as RGB 10 bit, 2K, 1.85:1\n"
-              "     24.3 min over 100 MBit Ethernet (~10 MByte/sec)\n");
     EXPECT_EQ(diskSpaceLogEntry("25", {"22.2 MB", "46.2 min"}, {0, 3, 6, 0}),
               "25 frame(s) approximate\n     22.2 MB as YUV 4:2:2 8 bit, PAL\n"
               "     46.2 min over Slow Internet - Modem (~8 KByte/sec)\n");
+    EXPECT_EQ(diskSpaceLogEntry("2", {"0.8 MB", "0.08 sec"}, {1, 3, 0, 4}),
+              "2 frame(s) approximate\n     0.8 MB as RGB 8 bit, NTSC\n"
+              "     0.08 sec over 100 MBit Ethernet (~10 MByte/sec)\n");
     EXPECT_EQ(diskSpaceLogEntry("1", {"6.7 MB", "0.02 sec"}, {2, 0, 0, 7}),
               "1 frame(s) approximate\n     6.7 MB as RGB 8 bit, 1920x1080, 1.33:1 (4:3)\n"
               "     0.02 sec over 4 GBit FibreChannel (~300 MByte/sec)\n");
-}
-
-TEST(LogEntries, FilmLengthNamesTheGauge) {
-    EXPECT_EQ(filmLengthLogEntry("1500", "28.85 m", 4),
-              "1500 frame(s) approximate\n     28.85 m as 35 mm 4 perf\n");
 }
 
 }  // namespace

@@ -54,7 +54,6 @@ protected:
 TEST_F(Delegate, StartsTheCalculatorCollapsedAndShown) {
     EXPECT_TRUE(calc().calcWindow()->isVisible());
     EXPECT_EQ(calc().calcWindow()->height(), 252);
-    EXPECT_TRUE(calc().ui().pasteButton->isHidden());
     EXPECT_EQ(calc().displayModeMenu(), delegate->displayModeMenu());
     EXPECT_EQ(calc().displayFrameRateMenu(), delegate->displayFrameRateMenu());
     EXPECT_EQ(calc().displayCalcModeMenu(), delegate->displayCalculationModeMenu());
@@ -64,7 +63,6 @@ TEST_F(Delegate, VersionLineNamesShortAndBuildVersion) {
     const QRegularExpression line(QStringLiteral("^Version \\d+\\.\\d+\\.\\d+ \\(\\d+\\)$"));
     EXPECT_TRUE(line.match(delegate->versionText()->text()).hasMatch())
         << delegate->versionText()->text().toStdString();
-    EXPECT_TRUE(delegate->versionText()->text().startsWith(QStringLiteral("Version 0.1.0 (")));
 }
 
 struct CommandRow {
@@ -94,9 +92,7 @@ INSTANTIATE_TEST_SUITE_P(
                     CommandRow{"rate_23d", "23.976 Drop Frame (23d)", 0, 3, true},
                     CommandRow{"rate_25", "25", 0, 1, true},
                     CommandRow{"rate_29d", "29.97 Drop Frame (29d)", 0, 4, true},
-                    CommandRow{"rate_30", "30", 0, 2, true},
-                    CommandRow{"rate_23n", "23.976 (23n)", 0, 5, true},
-                    CommandRow{"rate_29n", "29.97 (29n)", 0, 6, true},
+                    CommandRow{"rate_59d", "59.94 Drop Frame (59d)", 0, 10, true},
                     CommandRow{"mode_pf", "PF: Suffixes as Frames", 0, 0, false}),
     rowName<CommandRow>);
 

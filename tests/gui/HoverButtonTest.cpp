@@ -145,20 +145,15 @@ TEST_F(HoverButton, OddWidthsAreCentredOnHalfPoints) {
     EXPECT_EQ(cell.imageRect(), QRectF(5, 1, 16, 17));
 }
 
-TEST_F(HoverButton, OffsetStartsAtZeroAndIsKept) {
-    DisplayHoverButton button;
-    EXPECT_EQ(button.cell().offset(), 0.0f);
-    button.cell().setOffset(-60);
-    EXPECT_EQ(button.cell().offset(), -60.0f);
-}
-
 TEST_F(HoverButton, DrawsNoTitleAndNoBezel) {
     DisplayHoverButton button;
     button.setText(QStringLiteral("Title"));
     button.resize(40, 20);
     const QImage image = rendered(button);
     EXPECT_EQ(leftmostDrawnColumn(image), -1);
+    // Pressed is not hovered: still nothing without an image.
     button.setDown(true);
+    EXPECT_FALSE(button.cell().isHighlighted());
     EXPECT_EQ(leftmostDrawnColumn(rendered(button)), -1);
 }
 
@@ -186,14 +181,6 @@ TEST_F(HoverButton, EnterDrawsTheBackdropAndLeaveRemovesIt) {
     sendLeave(button);
     EXPECT_FALSE(button.cell().isHighlighted());
     EXPECT_EQ(leftmostDrawnColumn(rendered(button)), -1);
-}
-
-TEST_F(HoverButton, HoverIsNotThePressedState) {
-    DisplayHoverButton button;
-    button.resize(40, 20);
-    button.setDown(true);
-    EXPECT_FALSE(button.cell().isHighlighted());
-    EXPECT_EQ(qAlpha(rendered(button).pixel(20, 10)), 0);
 }
 
 class PaintCounter : public QWidget {
@@ -224,37 +211,29 @@ TEST_F(HoverButton, HoverChangesRepaintTheControl) {
     EXPECT_TRUE(QTest::qWaitFor([&] { return control.paints > 0; }, 1000));
 }
 
-TEST_F(HoverButton, AppearingUnderTheMouseStaysPlainUntilTheMouseComesBack) {
+// A button that appears under the mouse stays plain until the mouse leaves and comes back; one
+// that appears elsewhere lights up at the first enter.
+class HoverButtonAppearing : public HoverButton, public testing::WithParamInterface<bool> {};
+
+TEST_P(HoverButtonAppearing, UnderTheMouseWaitsForTheMouseToComeBack) {
+    const bool underTheMouse = GetParam();
     QWidget window;
     window.setGeometry(100, 100, 200, 100);
     auto* button = new DisplayHoverButton(&window);
     button->setGeometry(10, 10, 40, 20);
-    QCursor::setPos(window.geometry().topLeft() + QPoint(30, 20));
-
+    if (underTheMouse) QCursor::setPos(window.geometry().topLeft() + QPoint(30, 20));
     window.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
     QApplication::processEvents();
     EXPECT_FALSE(button->cell().isHighlighted());
     sendEnter(*button);
-    EXPECT_FALSE(button->cell().isHighlighted());
-
+    EXPECT_EQ(button->cell().isHighlighted(), !underTheMouse);
     sendLeave(*button);
     sendEnter(*button);
     EXPECT_TRUE(button->cell().isHighlighted());
 }
 
-TEST_F(HoverButton, AppearingAwayFromTheMouseTakesTheFirstEnter) {
-    QWidget window;
-    window.setGeometry(100, 100, 200, 100);
-    auto* button = new DisplayHoverButton(&window);
-    button->setGeometry(10, 10, 40, 20);
-
-    window.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
-    EXPECT_FALSE(button->cell().isHighlighted());
-    sendEnter(*button);
-    EXPECT_TRUE(button->cell().isHighlighted());
-}
+INSTANTIATE_TEST_SUITE_P(Places, HoverButtonAppearing, testing::Bool());
 
 struct PressedRow {
     const char* name;
@@ -337,7 +316,6 @@ TEST_P(HoverButtonColoured, LaysTheColourOverTheImageAtItsOpacity) {
 INSTANTIATE_TEST_SUITE_P(
     Tints, HoverButtonColoured,
     testing::Values(ColouredRow{"black_on_white", Qt::white, Qt::black, 1.0f},
-                    ColouredRow{"red_on_white", Qt::white, Qt::red, 1.0f},
                     ColouredRow{"blue_on_green", QColor(0, 200, 0), Qt::blue, 1.0f},
                     ColouredRow{"black_on_white_half", Qt::white, Qt::black, 0.5f},
                     ColouredRow{"half_transparent_tint", Qt::white, QColor(0, 0, 0, 64), 1.0f}),
@@ -375,12 +353,6 @@ TEST_F(HoverButton, ImagesOfTwoSizesShareOneScratchImage) {
     EXPECT_EQ(rendered(wide), widePressed);
 }
 
-TEST_F(HoverButton, ScratchImageIsReusedAtTheSameSize) {
-    const uchar* first = DisplayHoverButtonCell::scratchImage({30, 30}).constBits();
-    EXPECT_EQ(DisplayHoverButtonCell::scratchImage({30, 30}).constBits(), first);
-    EXPECT_EQ(DisplayHoverButtonCell::scratchImage({30, 31}).size(), QSize(30, 31));
-}
-
 TEST_F(HoverButton, HighResolutionImageIsPlacedInPointsAndColouredInPixels) {
     QPixmap picture = pictureOf({34, 34}, Qt::white);
     picture.setDevicePixelRatio(2);
@@ -406,18 +378,6 @@ TEST_F(HoverButton, HighResolutionImageIsPlacedInPointsAndColouredInPixels) {
     EXPECT_NEAR(view.pixelColor(20, 20).red(), tinted(255, 0), 1);
 }
 
-TEST_F(HoverButton, ClickedAndTagSurviveTheCell) {
-    DisplayHoverButton button;
-    button.resize(40, 20);
-    button.setProperty("tag", 3000);
-    QSignalSpy clicked(&button, &QToolButton::clicked);
-
-    QTest::mouseClick(&button, Qt::LeftButton, {}, QPoint(20, 10));
-    QTest::keyClick(&button, Qt::Key_Space);
-    EXPECT_EQ(clicked.count(), 2);
-    EXPECT_EQ(button.property("tag").toInt(), 3000);
-}
-
 TEST_F(HoverButton, TakesFocusFromTheKeyboardOnlyAndShowsIt) {
     QWidget window;
     auto* field = new QLineEdit(&window);
@@ -433,6 +393,7 @@ TEST_F(HoverButton, TakesFocusFromTheKeyboardOnlyAndShowsIt) {
     ASSERT_TRUE(field->hasFocus());
     EXPECT_EQ(qAlpha(rendered(*button).pixel(20, 0)), 0);
 
+    QSignalSpy clicked(button, &QToolButton::clicked);
     QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(20, 10));
     EXPECT_TRUE(field->hasFocus());
 
@@ -443,9 +404,8 @@ TEST_F(HoverButton, TakesFocusFromTheKeyboardOnlyAndShowsIt) {
     EXPECT_GT(qAlpha(focused.pixel(0, 10)), 0);
     EXPECT_EQ(qAlpha(focused.pixel(20, 10)), 0);
 
-    QSignalSpy clicked(button, &QToolButton::clicked);
     QTest::keyClick(button, Qt::Key_Space);
-    EXPECT_EQ(clicked.count(), 1);
+    EXPECT_EQ(clicked.count(), 2);
 }
 
 }  // namespace

@@ -40,13 +40,6 @@ INSTANTIATE_TEST_SUITE_P(
                     EncodingRow{"empty", QString(), QByteArray()}),
     rowName<EncodingRow>);
 
-TEST(LogFile, TextOutsideMacRomanWritesNothing) {
-    QTemporaryDir dir;
-    const QString path = dir.filePath("log.txt");
-    EXPECT_FALSE(vantrel::writeLogFile(path, QStringLiteral("1 漢")));
-    EXPECT_FALSE(QFile::exists(path));
-}
-
 class LogSaving : public ControllerFixture {
 protected:
     QTemporaryDir dir;

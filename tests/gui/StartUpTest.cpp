@@ -29,6 +29,7 @@ TEST_P(StartUp, RestoresTheStoredChoices) {
     EXPECT_TRUE(calc.displayCalcModeTime());
     EXPECT_EQ(calc.storedHeight(), 252.0);
     EXPECT_EQ(calc.calcWindow()->height(), 252);
+    EXPECT_TRUE(ui().pasteButton->isHidden() && !ui().pasteButton->isEnabled());
     // A stored row outside its table is kept, and its pop-up shows the first start's row.
     const std::array<int, 6> shown{
         ui().resolutionPopUpButton->currentIndex(),  ui().bitDepthPopUpButton->currentIndex(),

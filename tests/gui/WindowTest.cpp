@@ -107,10 +107,4 @@ TEST_F(WindowToggle, FrameIsRestoredAtTheNextStart) {
     EXPECT_FALSE(restarted.logExpanded());
 }
 
-TEST_F(WindowToggle, PasteButtonStaysHidden) {
-    start();
-    EXPECT_TRUE(ui().pasteButton->isHidden());
-    EXPECT_FALSE(ui().pasteButton->isEnabled());
-}
-
 }  // namespace
