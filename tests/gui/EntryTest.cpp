@@ -137,6 +137,9 @@ TEST_F(Entry, EscapeClearsTheEntryAndKeepsTheLog) {
     auto& calc = start();
     QApplication::setActiveWindow(calc.calcWindow());
     ASSERT_TRUE(QTest::qWaitForWindowActive(calc.calcWindow()));
+    type("9");
+    QTest::keyClick(calc.calcWindow()->windowHandle(), Qt::Key_Escape);
+    EXPECT_FALSE(ui().resetButton->isEnabled());  // nothing left to reset
     type("1+2");
     pressReturn();
     type("4");
