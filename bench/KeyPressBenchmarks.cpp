@@ -54,12 +54,13 @@ void BM_KeyPress_TypicalCorpus(benchmark::State& state) {
 }
 BENCHMARK(BM_KeyPress_TypicalCorpus)->Unit(benchmark::kMicrosecond);
 
-// A long paste, nested parentheses unclosed (the costliest shape), then one more key.
-void BM_KeyPress_LongPaste(benchmark::State& state) {
+// A long paste of one shape repeated, then one more key: unclosed nested parentheses (the
+// costliest shape) or a sum of timecodes (the running time of a cut).
+void keyAfterPaste(benchmark::State& state, const std::string& unit) {
     auto calc = shownCalculator();
     const std::size_t length = static_cast<std::size_t>(state.range(0));
     std::string text;
-    while (text.size() + 3 <= length) text += "(1+";
+    while (text.size() + unit.size() <= length) text += unit;
     for (auto _ : state) {
         state.PauseTiming();
         placeText(*calc, text);
@@ -67,7 +68,15 @@ void BM_KeyPress_LongPaste(benchmark::State& state) {
         pressKey(*calc, '1');
     }
 }
-BENCHMARK(BM_KeyPress_LongPaste)->Arg(10000)->Arg(32766)->Unit(benchmark::kMillisecond);
+void BM_KeyPress_NestedPaste(benchmark::State& state) {
+    keyAfterPaste(state, "(1+");
+}
+BENCHMARK(BM_KeyPress_NestedPaste)->Arg(10000)->Arg(32766)->Unit(benchmark::kMillisecond);
+
+void BM_KeyPress_TimecodeSumPaste(benchmark::State& state) {
+    keyAfterPaste(state, "01:00:00.00|25+");
+}
+BENCHMARK(BM_KeyPress_TimecodeSumPaste)->Arg(32766)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 
