@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdint>
 #include <limits>
+#include <utility>
 
 #include "Calc.h"
 #include "TestRows.h"
@@ -21,15 +22,18 @@ struct DropRow {
 
 class DropFrameReference : public testing::TestWithParam<DropRow> {};
 
+using Conversion = double (*)(double);
+
+std::pair<Conversion, Conversion> conversionsOf(int variant) {
+    if (variant == 59) return {Calc::dropFCfrom59realFC, Calc::realFCfrom59dropFC};
+    if (variant == 29) return {Calc::dropFCfrom29realFC, Calc::realFCfrom29dropFC};
+    return {Calc::dropFCfrom23realFC, Calc::realFCfrom23dropFC};
+}
+
 // Real frame count and drop frame count agree at each boundary, both ways.
 TEST_P(DropFrameReference, ConvertsBothWays) {
     const DropRow& row = GetParam();
-    const auto toDrop = row.variant == 59   ? Calc::dropFCfrom59realFC
-                        : row.variant == 29 ? Calc::dropFCfrom29realFC
-                                            : Calc::dropFCfrom23realFC;
-    const auto toReal = row.variant == 59   ? Calc::realFCfrom59dropFC
-                        : row.variant == 29 ? Calc::realFCfrom29dropFC
-                                            : Calc::realFCfrom23dropFC;
+    const auto [toDrop, toReal] = conversionsOf(row.variant);
     EXPECT_EQ(toDrop(row.real), row.drop);
     EXPECT_EQ(toReal(row.drop), row.real);
 }
