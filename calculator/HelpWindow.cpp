@@ -1,5 +1,7 @@
 #include "HelpWindow.h"
 
+#include <QRegularExpression>
+
 namespace vantrel {
 
 HelpWindow::HelpWindow(QWidget* parent) : QTextBrowser(parent) {
@@ -9,6 +11,17 @@ HelpWindow::HelpWindow(QWidget* parent) : QTextBrowser(parent) {
     setAttribute(Qt::WA_QuitOnClose, false);
     setOpenExternalLinks(true);
     resize(760, 640);
+}
+
+QVariant HelpWindow::loadResource(int type, const QUrl& name) {
+    const QVariant resource = QTextBrowser::loadResource(type, name);
+    if (type != QTextDocument::HtmlResource) return resource;
+    QString html = resource.typeId() == QMetaType::QByteArray
+                       ? QString::fromUtf8(resource.toByteArray())
+                       : resource.toString();
+    static const QRegularExpression drawing(QStringLiteral("<svg\\b.*?</svg>"),
+                                            QRegularExpression::DotMatchesEverythingOption);
+    return html.remove(drawing);
 }
 
 void HelpWindow::showPage(const QUrl& page) {

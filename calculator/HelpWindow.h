@@ -15,6 +15,11 @@ public:
 
     /// Shows the page, scrolled to its anchor, and brings the window to the front.
     void showPage(const QUrl& page);
+
+protected:
+    /// The page without its drawings: a text browser cannot draw SVG and would show their
+    /// labels as loose words in the text.
+    QVariant loadResource(int type, const QUrl& name) override;
 };
 
 }  // namespace vantrel
