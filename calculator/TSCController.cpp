@@ -209,50 +209,43 @@ void TSCController::showPopUpIndex(QComboBox* popUp, int index) {
     popUp->setCurrentIndex(index);
 }
 
+// Each setter shows the row its index stands for (a stored index outside its table shows the first
+// start's row), also when the index is unchanged.
 void TSCController::setResolutionIndex(int index) {
-    const int row =
-        captions::usableRow(captions::kResolution, index, captions::kFirstStartResolution);
-    // Only the larger formats come in several aspect ratios; done before the comparison so that
-    // calling with the current index refreshes it.
-    ui().aspectRatioPopUpButton->setEnabled(row > 2);
-    showPopUpIndex(m_ui->resolutionPopUpButton, row);
     setIndex(m_resolutionIndex, index, "CalcResolutionIndex",
              &TSCController::updateDiskSpaceAndTranferTime);
+    const int row = diskChoice().resolution;
+    // Only the larger formats come in several aspect ratios.
+    ui().aspectRatioPopUpButton->setEnabled(row > 2);
+    showPopUpIndex(m_ui->resolutionPopUpButton, row);
 }
 
 void TSCController::setAspectRatioIndex(int index) {
-    showPopUpIndex(
-        ui().aspectRatioPopUpButton,
-        captions::usableRow(captions::kAspectRatio, index, captions::kFirstStartAspectRatio));
     setIndex(m_aspectRatioIndex, index, "CalcAspectRatioIndex",
              &TSCController::updateDiskSpaceAndTranferTime);
+    showPopUpIndex(ui().aspectRatioPopUpButton, diskChoice().aspectRatio);
 }
 
 void TSCController::setBitDepthIndex(int index) {
-    showPopUpIndex(ui().bitDepthPopUpButton,
-                   captions::usableRow(captions::kBitDepth, index, captions::kFirstStartBitDepth));
     setIndex(m_bitDepthIndex, index, "CalcBitDepthIndex",
              &TSCController::updateDiskSpaceAndTranferTime);
+    showPopUpIndex(ui().bitDepthPopUpButton, diskChoice().bitDepth);
 }
 
 void TSCController::setTransferSpeedIndex(int index) {
-    showPopUpIndex(
-        ui().transferSpeedPopUpButton,
-        captions::usableRow(captions::kTransferSpeed, index, captions::kFirstStartTransferSpeed));
     setIndex(m_transferSpeedIndex, index, "CalcTransferSpeedIndex",
              &TSCController::updateDiskSpaceAndTranferTime);
+    showPopUpIndex(ui().transferSpeedPopUpButton, diskChoice().transferSpeed);
 }
 
 void TSCController::setFilmIndex(int index) {
-    showPopUpIndex(ui().filmPopUpButton,
-                   captions::usableRow(captions::kFilm, index, captions::kFirstStartFilm));
     setIndex(m_filmIndex, index, "CalcFilmIndex", &TSCController::updateFilmStuff);
+    showPopUpIndex(ui().filmPopUpButton, filmRow());
 }
 
 void TSCController::setSystemIndex(int index) {
-    showPopUpIndex(ui().systemPopUpButton,
-                   captions::usableRow(captions::kSystem, index, captions::kFirstStartSystem));
     setIndex(m_systemIndex, index, "CalcSystemIndex", &TSCController::updateFilmStuff);
+    showPopUpIndex(ui().systemPopUpButton, systemRow());
 }
 
 void TSCController::setDisplayCalcModeTime(bool flag) {

@@ -71,8 +71,11 @@ double realFromDrop(double dropCount, const DropScheme& scheme) {
     return static_cast<double>(n - 1);
 }
 
-const DropScheme* schemeOf(DropFrame dropFrame) {
-    switch (dropFrame) {
+// The drop-frame scheme of a frame-rate code, or nullptr for a code without one.
+const DropScheme* schemeOfCode(int code) {
+    const FrameRate* rate = frameRateForCode(code);
+    if (!rate) return nullptr;
+    switch (rate->dropFrame) {
         case DropFrame::Variant23:
             return &kDrop23;
         case DropFrame::Variant29:
@@ -121,14 +124,12 @@ double Calc::realFCfrom59dropFC(double dropFrameCount) {
 }
 
 double Calc::dropFCfromRealFC(double realFrameCount, int code) {
-    const FrameRate* rate = frameRateForCode(code);
-    const DropScheme* scheme = rate ? schemeOf(rate->dropFrame) : nullptr;
+    const DropScheme* scheme = schemeOfCode(code);
     return scheme ? dropFromReal(realFrameCount, *scheme) : realFrameCount;
 }
 
 double Calc::realFCfromDropFC(double dropFrameCount, int code) {
-    const FrameRate* rate = frameRateForCode(code);
-    const DropScheme* scheme = rate ? schemeOf(rate->dropFrame) : nullptr;
+    const DropScheme* scheme = schemeOfCode(code);
     return scheme ? realFromDrop(dropFrameCount, *scheme) : dropFrameCount;
 }
 

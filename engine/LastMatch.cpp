@@ -6,17 +6,25 @@
 
 namespace vantrel {
 
+// A search tries the beginning first, so a match it finds there is also the one a whole-text
+// reading wants; the caller checks that it covers the whole text. So Return after typing reuses the
+// last keystroke's search, and only a text not searched yet, with no match at its beginning, is
+// searched.
 const std::optional<GrammarMatch>& LastMatch::of(std::string_view typed, bool atStart) {
-    if (m_valid && atStart == m_atStart && typed == m_typed) return m_match;
-    // The old match refers to the old text: it goes before the text changes.
-    m_match.reset();
-    m_typed.assign(typed);
-    m_classic = timestamp_text::classicFromSmpte(typed);
-    m_atStart = atStart;
     const GrammarMatcher& matcher = grammarMatcher(Flavour::PT);
-    // A match that must start at 0 is found by trying only there.
-    m_match = atStart ? matcher.matchAtStart(m_classic) : matcher.search(m_classic);
-    m_valid = true;
+    if (!m_valid || typed != m_typed) {
+        // The old match refers to the old text: it goes before the text changes.
+        m_match.reset();
+        m_typed.assign(typed);
+        m_classic = timestamp_text::classicFromSmpte(typed);
+        m_valid = true;
+        m_match = atStart ? matcher.matchAtStart(m_classic) : matcher.search(m_classic);
+        m_searched = !atStart;
+        return m_match;
+    }
+    if (atStart || m_searched || m_match) return m_match;
+    m_match = matcher.search(m_classic);
+    m_searched = true;
     return m_match;
 }
 

@@ -15,17 +15,17 @@ namespace vantrel {
 class LastMatch {
 public:
     /// The match of the text, read with SMPTE timestamps in classic form: the first one anywhere,
-    /// or only one that starts at the beginning (`atStart`). Valid until the next call.
+    /// or, with `atStart`, the one that starts at the beginning, which may instead come back as
+    /// the first one anywhere when that is already known (it starts at the beginning whenever one
+    /// does). Valid until the next call.
     const std::optional<GrammarMatch>& of(std::string_view typed, bool atStart);
-
-    /// The text the match refers to: the typed text with SMPTE separators made classic.
-    std::string_view classicText() const { return m_classic; }
 
 private:
     std::string m_typed;
     std::string m_classic;
-    bool m_atStart = false;
     bool m_valid = false;
+    // Every start position was tried, not only the beginning.
+    bool m_searched = false;
     std::optional<GrammarMatch> m_match;
 };
 
