@@ -30,58 +30,38 @@ TEST_P(MacRomanEncoding, WritesAppleBytes) {
     EXPECT_EQ(contents(path), GetParam().bytes);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    LogFile, MacRomanEncoding,
-    testing::Values(EncodingRow{"infinity", QStringLiteral("1 = ∞|24 (PT)\n"),
-                                QByteArray("1 = \xB0|24 (PT)\n")},
-                    EncodingRow{"increment_sign", QStringLiteral("∆"), QByteArray("\xC6")},
-                    EncodingRow{"apple_logo", QString(QChar(0xF8FF)), QByteArray("\xF0")},
-                    EncodingRow{"umlaut_and_euro", QStringLiteral("ä€"), QByteArray("\x8A\xDB")},
-                    EncodingRow{"empty", QString(), QByteArray()}),
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(LogFile, MacRomanEncoding, testing::Values(
+    EncodingRow{"infinity", QStringLiteral("1 = ∞|24 (PT)\n"), QByteArray("1 = \xB0|24 (PT)\n")},
+    EncodingRow{"increment_sign", QStringLiteral("∆"), QByteArray("\xC6")},
+    EncodingRow{"apple_logo", QString(QChar(0xF8FF)), QByteArray("\xF0")},
+    EncodingRow{"umlaut_and_euro", QStringLiteral("ä€"), QByteArray("\x8A\xDB")},
+    EncodingRow{"empty", QString(), QByteArray()}),
     rowName<EncodingRow>);
+// clang-format on
 
 class LogSaving : public ControllerFixture {
 protected:
     QTemporaryDir dir;
 };
 
+// The file is the text as the user sees it, wrapped lines whole, and always of type .txt.
 TEST_F(LogSaving, SavesTheLogAndRemembersThePath) {
     auto& calc = start();
     type("9999999999");
     pressReturn();
-    const QString path = dir.filePath("session.txt");
-    calc.savePanelDidEnd(path, 1);
-    EXPECT_EQ(contents(path), QByteArray("9999999999 = \xB0|24 (PT)\n"));
-    settings().sync();
-    EXPECT_EQ(settings().value("SaveLogFilePath").toString(), path);
-}
-
-TEST_F(LogSaving, LineBreaksAndTheTextTypeAsTheUserSeesThem) {
-    auto& calc = start();
-    ui().calcLog->setPlainText(QStringLiteral("a\u2028b"));
     calc.savePanelDidEnd(dir.filePath("out.csv"), 1);
-    EXPECT_EQ(contents(dir.filePath("out.csv.txt")), QByteArray("a\nb"));
+    EXPECT_EQ(contents(dir.filePath("out.csv.txt")), QByteArray("9999999999 = \xB0|24 (PT)\n"));
     EXPECT_FALSE(QFile::exists(dir.filePath("out.csv")));
-}
-
-TEST_F(LogSaving, LongLinesWrapOnScreenOnly) {
-    auto& calc = start();
+    settings().sync();
+    EXPECT_EQ(settings().value("SaveLogFilePath").toString(), dir.filePath("out.csv.txt"));
     calc.changeWindow(nullptr);
     QTest::qWait(400);
-    const QString line =
-        QStringLiteral("00:42:17.03|24+00:18:02.11|24+00:18:02.11|24+00:18:02.11|24");
-    ui().calcLog->setPlainText(line);
-    EXPECT_GT(ui().calcLog->document()->firstBlock().layout()->lineCount(), 1);
-    const QString path = dir.filePath("wrapped.txt");
-    calc.savePanelDidEnd(path, 1);
-    EXPECT_EQ(contents(path), line.toLatin1());
-}
-
-TEST_F(LogSaving, EmptyLogGivesAnEmptyFile) {
-    auto& calc = start();
-    const QString path = dir.filePath("empty.txt");
-    calc.savePanelDidEnd(path, 1);
-    EXPECT_EQ(contents(path), QByteArray());
+    const QString line = QStringLiteral("00:42:17.03|24+00:18:02.11|24+00:18:02.11|24+00:18:02.11");
+    ui().calcLog->setPlainText(line + QStringLiteral("\u2028x"));
+    EXPECT_GT(ui().calcLog->document()->firstBlock().layout()->lineCount(), 2);
+    calc.savePanelDidEnd(dir.filePath("wrapped.txt"), 1);
+    EXPECT_EQ(contents(dir.filePath("wrapped.txt")), line.toLatin1() + "\nx");
 }
 
 TEST_F(LogSaving, FailuresLeaveFileAndPathAlone) {
@@ -102,13 +82,6 @@ TEST_F(LogSaving, FailuresLeaveFileAndPathAlone) {
     EXPECT_EQ(contents(path), QByteArray("old"));
     settings().sync();
     EXPECT_EQ(settings().value("SaveLogFilePath").toString(), "/earlier/log.txt");
-}
-
-TEST_F(LogSaving, ClearingKeepsTheLogCollapsed) {
-    auto& calc = start();
-    calc.clearLog(nullptr);
-    EXPECT_EQ(log(), "");
-    EXPECT_FALSE(calc.logExpanded());
 }
 
 TEST_F(LogSaving, HelpOpensInAWindowOfItsOwnWithoutABrowser) {
