@@ -8,8 +8,8 @@ namespace vantrel::matcher_tests {
 
 namespace {
 
-constexpr std::array<std::string_view, 13> kSuffixes{"|24",  "|25", "|30", "|23d", "|29d",
-                                                     "|23n", "|29n", "|48", "|50", "|60",
+constexpr std::array<std::string_view, 13> kSuffixes{"|24",  "|25",  "|30", "|23d", "|29d",
+                                                     "|23n", "|29n", "|48", "|50",  "|60",
                                                      "|59d", "|47n", "|59n"};
 // Near misses of a suffix: wrong case, too short, doubled, unknown, bare bar.
 constexpr std::array<std::string_view, 8> kBadSuffixes{"|23N", "|2",  "|24|25", "|99",

@@ -8,6 +8,15 @@
 
 namespace vantrel::matcher_tests {
 
+struct OnigurumaComparison::SetUp {
+    const char* name;
+    std::array<const GrammarMatcher*, 2> matchers;
+};
+
+void CaptureWalk::record(bool entering, const Capture& capture) {
+    m_events.push_back({entering, capture.groupName, capture.text, capture.level, capture.range});
+}
+
 namespace {
 
 struct Result {
@@ -30,30 +39,16 @@ Result resultOf(const std::optional<Match>& match) {
 
 std::string describe(const Result& result) {
     if (!result.matched) return "no match\n";
-    std::string text = "match at " + std::to_string(result.range.location) + ", length " +
-                       std::to_string(result.range.length) + "\n";
+    std::string text = "match at " + std::to_string(result.range.location) + "+" +
+                       std::to_string(result.range.length) + ":";
     for (const CaptureEvent& event : result.walk) {
-        if (!event.entering) continue;
-        text += std::string(static_cast<std::size_t>(2 * event.level + 2), ' ') + "[" +
-                std::string(event.groupName) + "] level " + std::to_string(event.level) + " at " +
-                std::to_string(event.range.location) + "+" + std::to_string(event.range.length) +
-                " \"" + escaped(event.text) + "\"\n";
+        if (event.entering) {
+            text += " [" + std::string(event.groupName) + " " + std::to_string(event.level) +
+                    " \"" + escaped(event.text) + "\"]";
+        }
     }
-    return text;
+    return text + "\n";
 }
-
-}  // namespace
-
-void CaptureWalk::record(bool entering, const Capture& capture) {
-    m_events.push_back({entering, capture.groupName, capture.text, capture.level, capture.range});
-}
-
-struct OnigurumaComparison::SetUp {
-    const char* name;
-    std::array<const GrammarMatcher*, 2> matchers;
-};
-
-namespace {
 
 // Enough for the simplest texts only: most searches hand over, at all kinds of points.
 constexpr std::size_t kTinyBudget = 40;
