@@ -38,23 +38,25 @@ TEST_P(DropFrameReference, ConvertsBothWays) {
     EXPECT_EQ(toReal(row.drop), row.real);
 }
 
-INSTANTIATE_TEST_SUITE_P(Boundaries, DropFrameReference,
-                         testing::Values(DropRow{"v29_last_frame_of_minute_0", 29, 1799, 1799},
-                                         DropRow{"v29_first_frame_of_minute_1", 29, 1800, 1802},
-                                         DropRow{"v29_end_of_first_block", 29, 17981, 17999},
-                                         DropRow{"v29_ten_minutes", 29, 17982, 18000},
-                                         DropRow{"v29_one_hour", 29, 107892, 108000},
-                                         DropRow{"v23_last_frame_of_minute_0", 23, 1439, 1439},
-                                         DropRow{"v23_first_frame_of_minute_1", 23, 1440, 1442},
-                                         DropRow{"v23_ten_minutes", 23, 14382, 14400},
-                                         DropRow{"v23_one_hour", 23, 86292, 86400},
-                                         DropRow{"v59_last_frame_of_minute_0", 59, 3599, 3599},
-                                         DropRow{"v59_first_frame_of_minute_1", 59, 3600, 3604},
-                                         DropRow{"v59_end_of_first_block", 59, 35963, 35999},
-                                         DropRow{"v59_ten_minutes", 59, 35964, 36000},
-                                         DropRow{"v59_one_hour", 59, 215784, 216000},
-                                         DropRow{"v59_05_01_30_03", 59, 1084319, 1085403}),
-                         rowName<DropRow>);
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(Boundaries, DropFrameReference, testing::Values(
+    DropRow{"v29_last_frame_of_minute_0", 29, 1799, 1799},
+    DropRow{"v29_first_frame_of_minute_1", 29, 1800, 1802},
+    DropRow{"v29_end_of_first_block", 29, 17981, 17999},
+    DropRow{"v29_ten_minutes", 29, 17982, 18000},
+    DropRow{"v29_one_hour", 29, 107892, 108000},
+    DropRow{"v23_last_frame_of_minute_0", 23, 1439, 1439},
+    DropRow{"v23_first_frame_of_minute_1", 23, 1440, 1442},
+    DropRow{"v23_ten_minutes", 23, 14382, 14400},
+    DropRow{"v23_one_hour", 23, 86292, 86400},
+    DropRow{"v59_last_frame_of_minute_0", 59, 3599, 3599},
+    DropRow{"v59_first_frame_of_minute_1", 59, 3600, 3604},
+    DropRow{"v59_end_of_first_block", 59, 35963, 35999},
+    DropRow{"v59_ten_minutes", 59, 35964, 36000},
+    DropRow{"v59_one_hour", 59, 215784, 216000},
+    DropRow{"v59_05_01_30_03", 59, 1084319, 1085403}),
+    rowName<DropRow>);
+// clang-format on
 
 struct OneWayRow {
     const char* name;
@@ -69,24 +71,24 @@ TEST_P(DropFrameOneWay, Converts) {
     EXPECT_EQ(GetParam().convert(GetParam().input), GetParam().expected);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    SkippedLabelsAndRounding, DropFrameOneWay,
-    testing::Values(OneWayRow{"v29_skipped_label_00", Calc::realFCfrom29dropFC, 1800, 1799},
-                    OneWayRow{"v29_skipped_label_01", Calc::realFCfrom29dropFC, 1801, 1799},
-                    OneWayRow{"v29_first_label_after_skip", Calc::realFCfrom29dropFC, 1802, 1800},
-                    OneWayRow{"v23_skipped_label_00", Calc::realFCfrom23dropFC, 1440, 1439},
-                    OneWayRow{"v23_skipped_label_01", Calc::realFCfrom23dropFC, 1441, 1439},
-                    OneWayRow{"v23_first_label_after_skip", Calc::realFCfrom23dropFC, 1442, 1440},
-                    OneWayRow{"v59_skipped_label_00", Calc::realFCfrom59dropFC, 3600, 3599},
-                    OneWayRow{"v59_skipped_label_03", Calc::realFCfrom59dropFC, 3603, 3599},
-                    OneWayRow{"v59_first_label_after_skip", Calc::realFCfrom59dropFC, 3604, 3600},
-                    OneWayRow{"v59_skipped_in_minute_2", Calc::realFCfrom59dropFC, 7202, 7195},
-                    OneWayRow{"half_rounds_up", Calc::dropFCfrom29realFC, 1799.5, 1802},
-                    OneWayRow{"below_half_rounds_down", Calc::dropFCfrom29realFC, 1799.49, 1799},
-                    OneWayRow{"drop_half_rounds_up", Calc::realFCfrom29dropFC, 1801.5, 1800},
-                    OneWayRow{"beyond_32_bits", Calc::dropFCfrom29realFC, 3000000000.0,
-                              3003003004.0}),
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(SkippedLabelsAndRounding, DropFrameOneWay, testing::Values(
+    OneWayRow{"v29_skipped_label_00", Calc::realFCfrom29dropFC, 1800, 1799},
+    OneWayRow{"v29_skipped_label_01", Calc::realFCfrom29dropFC, 1801, 1799},
+    OneWayRow{"v29_first_label_after_skip", Calc::realFCfrom29dropFC, 1802, 1800},
+    OneWayRow{"v23_skipped_label_00", Calc::realFCfrom23dropFC, 1440, 1439},
+    OneWayRow{"v23_skipped_label_01", Calc::realFCfrom23dropFC, 1441, 1439},
+    OneWayRow{"v23_first_label_after_skip", Calc::realFCfrom23dropFC, 1442, 1440},
+    OneWayRow{"v59_skipped_label_00", Calc::realFCfrom59dropFC, 3600, 3599},
+    OneWayRow{"v59_skipped_label_03", Calc::realFCfrom59dropFC, 3603, 3599},
+    OneWayRow{"v59_first_label_after_skip", Calc::realFCfrom59dropFC, 3604, 3600},
+    OneWayRow{"v59_skipped_in_minute_2", Calc::realFCfrom59dropFC, 7202, 7195},
+    OneWayRow{"half_rounds_up", Calc::dropFCfrom29realFC, 1799.5, 1802},
+    OneWayRow{"below_half_rounds_down", Calc::dropFCfrom29realFC, 1799.49, 1799},
+    OneWayRow{"drop_half_rounds_up", Calc::realFCfrom29dropFC, 1801.5, 1800},
+    OneWayRow{"beyond_32_bits", Calc::dropFCfrom29realFC, 3000000000.0, 3003003004.0}),
     rowName<OneWayRow>);
+// clang-format on
 
 // Over a whole day at 59.94: every real frame gets a label that is never a skipped one, the
 // labels climb by one frame at a time, and reading the label back gives the frame.
