@@ -1,4 +1,6 @@
+#include <QAccessible>
 #include <QApplication>
+#include <QComboBox>
 #include <QMenu>
 #include <QRegularExpression>
 #include <QTextBlock>
@@ -12,41 +14,63 @@
 
 namespace {
 
+using namespace vantrel;
+
 // A session as the user plays it: typed characters, "\n" for Return, and {step} for anything
-// else. A row checks what it names; nullptr leaves a field unchecked.
+// else. A row checks what it names; nullptr leaves it unchecked.
 struct SessionRow {
     const char* name;
     const char* script;
     const char* fields;  // input field, PT result, PF result, joined by " ~ "
     const char* log;
-    const char* history;  // entries, oldest first, joined by ","
+    const char* history;          // entries, oldest first, joined by ","
+    const char* state = nullptr;  // which of "log reset clean pt" hold
 };
 
 class Session : public ControllerFixture, public testing::WithParamInterface<SessionRow> {
 protected:
     void play(const QString& script) {
+        const auto click = [](QAbstractButton* button) {
+            return [button] { QTest::mouseClick(button, Qt::LeftButton); };
+        };
+        const auto tagged = [this](void (TSCController::*action)(QObject*), int tag) {
+            return [this, action, tag] {
+                QAction item;
+                item.setProperty("tag", tag);
+                (controller.get()->*action)(&item);
+            };
+        };
         const std::map<QString, std::function<void()>> steps{
             {"clear", [this] { clearInput(); }},
             {"end", [this] { ui().inputField->moveCursorToEnd(); }},
             {"esc", [this] { QTest::keyClick(window(), Qt::Key_Escape); }},
-            {"pf", [this] { controller->setDisplayCalcModeTime(false); }},
-            {"reset", [this] { QTest::mouseClick(ui().resetButton, Qt::LeftButton); }},
+            {"pf", tagged(&TSCController::toggleCalcMode, 0)},
+            {"smpte", tagged(&TSCController::changeTimecodeNotation, 1)},
+            {"classic", tagged(&TSCController::changeTimecodeNotation, 0)},
+            {"reset", click(ui().resetButton)},
             {"clearLog", [this] { controller->clearLog(nullptr); }},
-            {"clearButton", [this] { QTest::mouseClick(ui().clearButton, Qt::LeftButton); }},
+            {"clearButton", click(ui().clearButton)},
             {"undoLog", [this] { QTest::keyClick(ui().calcLog, Qt::Key_Z, Qt::ControlModifier); }},
             {"note",
              [this] {
                  ui().calcLog->moveCursor(QTextCursor::Start);
                  ui().calcLog->insertPlainText("note ");
              }},
-            {"mode", [this] { QTest::mouseClick(ui().modeButton, Qt::LeftButton); }},
-            {"display", [this] { QTest::mouseClick(ui().displayButton, Qt::LeftButton); }},
-            {"div", [this] { QTest::mouseClick(ui().divideButton, Qt::LeftButton); }},
-            {"mul", [this] { QTest::mouseClick(ui().multiplyButton, Qt::LeftButton); }},
-            {"sub", [this] { QTest::mouseClick(ui().subtractButton, Qt::LeftButton); }},
-            {"add", [this] { QTest::mouseClick(ui().addButton, Qt::LeftButton); }},
+            {"mode", click(ui().modeButton)},
+            {"display", click(ui().displayButton)},
+            {"div", click(ui().divideButton)},
+            {"mul", click(ui().multiplyButton)},
+            {"sub", click(ui().subtractButton)},
+            {"add", click(ui().addButton)},
             {"set24", [this] { ui().inputField->setPlainText("24"); }},
-            {"show", [this] { QTest::mouseClick(ui().showResultButton, Qt::LeftButton); }},
+            {"show", click(ui().showResultButton)},
+            {"2K10bit",
+             [this] {
+                 controller->setResolutionIndex(4);
+                 controller->setBitDepthIndex(1);
+             }},
+            {"35mm4perf", [this] { ui().filmPopUpButton->setCurrentIndex(4); }},
+            {"feet", [this] { ui().systemPopUpButton->setCurrentIndex(1); }},
             {"disk", [this] { controller->pasteDiskSpaceToLog(nullptr); }},
             {"film", [this] { controller->pasteFilmLengthToLog(nullptr); }},
             {"popupFocus", [this] { loseFocus(Qt::PopupFocusReason); }},
@@ -54,24 +78,23 @@ protected:
             {"windowFocus", [this] { loseFocus(Qt::ActiveWindowFocusReason); }},
             {"tabFocus", [this] { loseFocus(Qt::TabFocusReason); }},
             {"mouseFocus", [this] { loseFocus(Qt::MouseFocusReason); }},
-            {"history", [this] { openHistory(); }},
             {"pick1", [this] { openHistory()[1]->trigger(); }},
             {"pick2", [this] { openHistory()[2]->trigger(); }},
         };
         for (qsizetype at = 0; at < script.size();) {
-            if (script[at] == '{') {
+            const qsizetype next = script.indexOf(QRegularExpression("[{\n]"), at);
+            if (next != at) {
+                type(script.mid(at, next < 0 ? -1 : next - at));
+                at = next < 0 ? script.size() : next;
+            } else if (script[at] == '\n') {
+                pressReturn();
+                ++at;
+            } else {
                 const qsizetype close = script.indexOf('}', at);
                 const QString step = script.mid(at + 1, close - at - 1);
                 ASSERT_TRUE(steps.contains(step)) << step.toStdString();
                 steps.at(step)();
                 at = close + 1;
-            } else if (script[at] == '\n') {
-                pressReturn();
-                ++at;
-            } else {
-                const qsizetype next = script.indexOf(QRegularExpression("[{\n]"), at);
-                type(script.mid(at, next < 0 ? -1 : next - at));
-                at = next < 0 ? script.size() : next;
             }
         }
     }
@@ -93,6 +116,15 @@ protected:
         ui().historyButton->menu()->hide();
         return ui().historyButton->menu()->actions();
     }
+
+    QString state() {
+        QStringList held;
+        if (controller->logExpanded()) held << "log";
+        if (ui().resetButton->isEnabled()) held << "reset";
+        if (controller->isClean()) held << "clean";
+        if (controller->displayCalcModeTime()) held << "pt";
+        return held.join(' ');
+    }
 };
 
 TEST_P(Session, ShowsLogsAndRemembers) {
@@ -109,23 +141,25 @@ TEST_P(Session, ShowsLogsAndRemembers) {
     check(fields.join(" ~ "), row.fields);
     check(log(), row.log);
     check(calc.expressionHistory().entries().join(","), row.history);
+    check(state(), row.state);
 }
 
 const char* const any = nullptr;
 
 // clang-format off
 INSTANTIATE_TEST_SUITE_P(Scripts, Session, testing::Values(
-    SessionRow{"return_logs_one_line", "01:00:00.00|25*2\n", "01:00:00.00|25*2 ~ 02:00:00.00 ~ 02:05:00.00", "01:00:00.00|25*2 = 02:00:00.00|24 (PT)\n", "01:00:00.00|25*2"},
-    SessionRow{"finished_text_is_replaced", "1\n4", "4 ~ 00:00:00.04 ~ 00:00:00.04", any, any},
+    SessionRow{"typing_is_read_lazily", "1+", "1+ ~ 00:00:00.01 ~ 00:00:00.01", "", "", "reset pt"},
+    SessionRow{"return_logs_one_line", "01:00:00.00|25*2\n", "01:00:00.00|25*2 ~ 02:00:00.00 ~ 02:05:00.00", "01:00:00.00|25*2 = 02:00:00.00|24 (PT)\n", "01:00:00.00|25*2", "log reset clean pt"},
+    SessionRow{"finished_text_is_replaced", "1\n4", "4 ~ 00:00:00.04 ~ 00:00:00.04", any, any, "log reset pt"},
     SessionRow{"second_return_logs_nothing", "1+2\n\n{end}+3\n", any, "1+2 = 00:00:00.03|24 (PT)\n1+2+3 = 00:00:00.06|24 (PT)\n", "1+2,1+2+3"},
-    SessionRow{"pf_logs_pf", "{pf}00:00:01.00|25\n", "00:00:01.00|25 ~ 00:00:01.00 ~ 00:00:01.01", "00:00:01.00|25 = 00:00:01.01|24 (PF)\n", any},
-    SessionRow{"rejected_enters_history_only", "2\n{clear}1+\n", "1+ ~ 00:00:00.01 ~ 00:00:00.01", "2 = 00:00:00.02|24 (PT)\n", "2,1+"},
+    SessionRow{"pf_logs_pf", "{pf}00:00:01.00|25\n", "00:00:01.00|25 ~ 00:00:01.00 ~ 00:00:01.01", "00:00:01.00|25 = 00:00:01.01|24 (PF)\n", any, "log reset clean"},
+    SessionRow{"rejected_enters_history_only", "2\n{clear}1+\n", "1+ ~ 00:00:00.01 ~ 00:00:00.01", "2 = 00:00:00.02|24 (PT)\n", "2,1+", "log reset clean pt"},
     SessionRow{"unreadable_shows_zero", "abc", "abc ~ 00:00:00.00 ~ 00:00:00.00", "", ""},
-    SessionRow{"lazy_follows_keys", "48+", "48+ ~ 00:00:02.00 ~ 00:00:02.00", any, any},
     SessionRow{"operator_keys_append", "12{div}{mul}{sub}{add}", "12/*-+ ~ 00:00:00.12 ~ 00:00:00.12", any, any},
-    SessionRow{"show_button_reads_again", "12{set24}{show}", "24 ~ 00:00:01.00 ~ 00:00:01.00", any, any},
-    SessionRow{"reset_clears_all", "1+2\n{reset}", " ~ 00:00:00.00 ~ 00:00:00.00", "", "1+2"},
-    SessionRow{"escape_keeps_log", "9{esc}1+2\n4{esc}\n", " ~ 00:00:00.00 ~ 00:00:00.00", "1+2 = 00:00:00.03|24 (PT)\n", "1+2"},
+    SessionRow{"show_button_reads_again", "12{set24}{show}", "24 ~ 00:00:01.00 ~ 00:00:01.00", any, any, "reset pt"},
+    SessionRow{"reset_clears_all", "1+2\n{reset}", " ~ 00:00:00.00 ~ 00:00:00.00", "", "1+2", "log clean pt"},
+    SessionRow{"escape_on_empty_log", "9{esc}", " ~ 00:00:00.00 ~ 00:00:00.00", "", "", "clean pt"},
+    SessionRow{"escape_keeps_log", "1+2\n4{esc}\n", " ~ 00:00:00.00 ~ 00:00:00.00", "1+2 = 00:00:00.03|24 (PT)\n", "1+2", "log reset clean pt"},
     SessionRow{"reset_undone_in_log", "1+2\n{reset}{undoLog}", any, "1+2 = 00:00:00.03|24 (PT)\n", any},
     SessionRow{"clear_undone_in_log", "1+2\n{clearLog}{undoLog}", any, "1+2 = 00:00:00.03|24 (PT)\n", any},
     SessionRow{"clear_button_undone", "1+2\n{clearButton}{undoLog}", any, "1+2 = 00:00:00.03|24 (PT)\n", any},
@@ -135,58 +169,34 @@ INSTANTIATE_TEST_SUITE_P(Scripts, Session, testing::Values(
     SessionRow{"tab_ends_editing", "1+2\n{tabFocus}\n", any, "1+2 = 00:00:00.03|24 (PT)\n1+2 = 00:00:00.03|24 (PT)\n", any},
     SessionRow{"mouse_ends_editing", "1+2\n{mouseFocus}\n", any, "1+2 = 00:00:00.03|24 (PT)\n1+2 = 00:00:00.03|24 (PT)\n", any},
     SessionRow{"log_after_users_edits", "1\n{note}{clear}2\n", any, "note 1 = 00:00:00.01|24 (PT)\n2 = 00:00:00.02|24 (PT)\n", any},
-    SessionRow{"mode_button_flips_reading", "1\n{mode}\n", any, "1 = 00:00:00.01|24 (PT)\n1 = 00:00:00.01|24 (PF)\n", any},
+    SessionRow{"mode_button_flips_reading", "1\n{mode}\n", any, "1 = 00:00:00.01|24 (PT)\n1 = 00:00:00.01|24 (PF)\n", any, "log reset clean"},
     SessionRow{"display_number", "{display}", " ~ 0 ~ 0", any, any},
     SessionRow{"display_disk_space", "12{display}{display}", "12 ~ 00:00:00.12 ~ 00:00:00.12", any, any},
-    SessionRow{"rejected_paste_writes_nothing", "1+{film}", any, "", "1+"},
-    SessionRow{"history_remembers_once", "1+2\n{clear}3\n{clear}1+2\n{pick1}", "3 ~ 00:00:00.03 ~ 00:00:00.03", any, "1+2,3"},
+    SessionRow{"smpte_in_and_out", "{smpte}01:00:00:00*2\n", "01:00:00:00*2 ~ 02:00:00:00 ~ 02:00:00:00", "01:00:00:00|24*2 = 02:00:00:00|24 (PT)\n", any},
+    SessionRow{"back_to_classic", "{smpte}01:00:00:00*2\n{classic}", "01:00:00:00*2 ~ 02:00:00.00 ~ 02:00:00.00", any, any},
+    SessionRow{"side_calculators_paste", "{2K10bit}{35mm4perf}1500{disk}{film}", any, "1500 frame(s) approximate\n     14.6 GB as RGB 10 bit, 2K, 1.85:1\n     24.3 min over 100 MBit Ethernet (~10 MByte/sec)\n1500 frame(s) approximate\n     28.85 m as 35 mm 4 perf\n", "1500", "log reset pt"},
+    SessionRow{"film_in_feet", "{35mm4perf}{feet}1500{film}", any, "1500 frame(s) approximate\n     93.75 ft as 35 mm 4 perf\n", any},
+    SessionRow{"rejected_paste_writes_nothing", "1+{film}", any, "", "1+", "reset pt"},
+    SessionRow{"history_remembers_once", "1+2\n{clear}3\n{clear}1+2\n{pick1}", "3 ~ 00:00:00.03 ~ 00:00:00.03", any, "1+2,3", "log reset pt"},
     SessionRow{"history_entry_into_input", "01:00:00.00|25*2\n{clear}5&6\n{pick2}", "01:00:00.00|25*2 ~ 02:00:00.00 ~ 02:05:00.00", any, any}),
     rowName<SessionRow>);
 // clang-format on
 
 using Entry = ControllerFixture;
 
-TEST_F(Entry, ReturnOpensTheLogAndLeavesTheTextSelected) {
-    auto& calc = start();
-    type("1+");
-    const auto formats = ui().inputField->document()->firstBlock().layout()->formats();
-    ASSERT_EQ(formats.size(), 2);
-    EXPECT_EQ(formats[0].format.foreground().color(), QColor(Qt::black));
-    EXPECT_EQ(formats[1].start, 1);
-    EXPECT_EQ(formats[1].format.foreground().color(), QColor(Qt::red));
-    clearInput();
-    type("1+2");
-    EXPECT_FALSE(calc.isClean());
-    pressReturn();
-    EXPECT_TRUE(calc.logExpanded());
-    EXPECT_TRUE(ui().resetButton->isEnabled());
-    EXPECT_TRUE(calc.isClean());
-    EXPECT_EQ(calc.lines(), 1);
-    QTest::mouseClick(ui().resetButton, Qt::LeftButton);
-    EXPECT_FALSE(ui().resetButton->isEnabled());
-    EXPECT_EQ(calc.lines(), 0);
-}
-
-// Colour spans count characters, not UTF-8 bytes.
-TEST_F(Entry, ColoursCharactersNotBytes) {
+// Black up to where the lazy reading stops, red behind it, counted in characters, not bytes.
+TEST_F(Entry, ColoursWhatIsReadBlackAndTheRestRed) {
     start();
-    ui().inputField->setPlainText(QStringLiteral("é12"));
+    ui().inputField->setPlainText(QStringLiteral("é12+"));
     const auto formats = ui().inputField->document()->firstBlock().layout()->formats();
-    ASSERT_EQ(formats.size(), 2);
+    ASSERT_EQ(formats.size(), 3);
     EXPECT_EQ(formats[1].start, 1);
     EXPECT_EQ(formats[1].length, 2);
+    EXPECT_EQ(formats[1].format.foreground().color(), QColor(Qt::black));
+    EXPECT_EQ(formats[2].format.foreground().color(), QColor(Qt::red));
 }
 
-TEST_F(Entry, FinishedExpressionIsOnDiskAtOnce) {
-    start();
-    type("1:0:5");
-    pressReturn();
-    QSettings fresh(QStringLiteral("Glessik"), QStringLiteral("Vantrel"));
-    EXPECT_EQ(fresh.value("CalculatorExpressionHistory").toStringList(),
-              QStringList{"01:00:05.00|24"});
-}
-
-TEST_F(Entry, HistoryMenuIsBuiltAnewAndTrimmedTo120) {
+TEST_F(Entry, HistoryIsOnDiskAtOnceAndItsMenuBuiltAnew) {
     QStringList stored;
     for (int i = 0; i < 125; ++i) stored << QString::number(i + 1);
     settings().setValue("CalculatorExpressionHistory", stored);
@@ -198,13 +208,14 @@ TEST_F(Entry, HistoryMenuIsBuiltAnewAndTrimmedTo120) {
     EXPECT_EQ(menu->actions()[1]->data().toString(), "125");
     EXPECT_EQ(menu->actions()[1]->font().pointSizeF(), 10.0);
     EXPECT_FALSE(menu->separatorsCollapsible());
-    EXPECT_EQ(menu->actions().last()->text(), "Clear History");
-    settings().sync();
     EXPECT_EQ(settings().value("CalculatorExpressionHistory").toStringList().size(), 125);
-    type("999");
+    type("1:0:5");
     pressReturn();
-    settings().sync();
-    EXPECT_EQ(settings().value("CalculatorExpressionHistory").toStringList().size(), 121);
+    const QStringList written = QSettings(QStringLiteral("Glessik"), QStringLiteral("Vantrel"))
+                                    .value("CalculatorExpressionHistory")
+                                    .toStringList();
+    EXPECT_EQ(written.size(), 121);
+    EXPECT_EQ(written.last(), "01:00:05.00|24");
     calc.clearExpressionHistory(nullptr);
     // A long press on the button opens the menu without going through showMenu().
     menu->popup(QPoint());
@@ -213,6 +224,145 @@ TEST_F(Entry, HistoryMenuIsBuiltAnewAndTrimmedTo120) {
     EXPECT_FALSE(menu->actions().last()->isEnabled());
     // Clearing is forgotten at the next start.
     EXPECT_EQ(start().expressionHistory().entries().size(), 121);
+}
+
+// A menu like the application's: one checkable item per value, tagged with it.
+std::unique_ptr<QMenu> taggedMenu(int count, int first = 0) {
+    auto menu = std::make_unique<QMenu>();
+    for (int tag = first; tag < first + count; ++tag) {
+        QAction* item = menu->addAction(QString::number(tag));
+        item->setProperty("tag", tag);
+        item->setCheckable(true);
+    }
+    return menu;
+}
+
+QList<int> checkedTags(QMenu* menu) {
+    QList<int> tags;
+    for (QAction* item : menu->actions()) {
+        if (item->isChecked()) tags << item->property("tag").toInt();
+    }
+    return tags;
+}
+
+struct ViewRow {
+    const char* name;
+    int state;
+    std::array<bool, 7>
+        shown;  // results, disk field, comment, disk pop-ups, film field, film pop-ups, keys
+};
+
+class DisplayStates : public ControllerFixture, public testing::WithParamInterface<ViewRow> {};
+
+TEST_P(DisplayStates, ShowTheirOwnViews) {
+    auto& calc = start();
+    auto menu = taggedMenu(4, -2);
+    calc.setDisplayModeMenu(menu.get());
+    QAction choice;
+    choice.setProperty("tag", GetParam().state);
+    calc.changeDisplayMode(&choice);
+    const std::array<bool, 7> shown{
+        ui().resultField->isVisible(),     ui().resultDiskSpaceField2->isVisible(),
+        ui().commentTF1->isVisible(),      ui().diskSpacePupUpView->isVisible(),
+        ui().filmResultField->isVisible(), ui().filmLengthView->isVisible(),
+        ui().buttonView->isVisible()};
+    EXPECT_EQ(shown, GetParam().shown);
+    EXPECT_EQ(checkedTags(menu.get()), QList<int>{GetParam().state});
+}
+
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(Views, DisplayStates, testing::Values(
+    ViewRow{"time", DisplayStateTime, {true, false, false, false, false, false, true}},
+    ViewRow{"number", DisplayStateNumber, {true, false, false, false, false, false, true}},
+    ViewRow{"disk_space", DisplayStateDiskSpace, {false, true, true, true, false, false, false}},
+    ViewRow{"film_length", DisplayStateFilmLength, {false, false, false, false, true, true, false}}),
+    rowName<ViewRow>);
+// clang-format on
+
+using Display = ControllerFixture;
+
+TEST_F(Display, RateButtonAndPopUpReachEveryCode) {
+    auto& calc = start();
+    auto menu = taggedMenu(13);
+    calc.setDisplayFrameRateMenu(menu.get());
+    type("48");
+    QStringList results;
+    for (int code = 1; code <= 13; ++code) {
+        QTest::mouseClick(ui().displayButton24, Qt::LeftButton);
+        results << ui().resultField->text();
+        EXPECT_EQ(calc.calculator().fps(), code % 13);
+        EXPECT_EQ(checkedTags(menu.get()), QList<int>{code % 13});
+        EXPECT_EQ(ui().fpsPopUp->currentData().toInt(), code % 13);
+    }
+    EXPECT_EQ(results.join(' '),
+              "00:00:01.23 00:00:01.18 00:00:02.00 00:00:01.18 00:00:02.00 "
+              "00:00:01.18 00:00:01.00 00:00:00.48 00:00:00.48 00:00:00.48 "
+              "00:00:01.00 00:00:00.48 00:00:02.00");
+    // Choosing a separator of the pop-up keeps the rate; a tag that is no rate never reaches the
+    // engine.
+    const std::pair<int, int> positions[] = {{0, 3},   {4, 2},  {5, 2},   {7, 6},   {9, 7},
+                                             {11, 10}, {12, 9}, {13, 9}, {14, 11}, {15, 12}, {1, 0}};
+    for (const auto& [position, code] : positions) {
+        ui().fpsPopUp->setCurrentIndex(position);
+        calc.changeDisplayFrameRate(ui().fpsPopUp);
+        EXPECT_EQ(calc.calculator().fps(), code) << "position " << position;
+    }
+    QAction foreign;
+    foreign.setProperty("tag", 13);
+    calc.changeDisplayFrameRate(&foreign);
+    EXPECT_EQ(calc.calculator().fps(), DisplayState24fps);
+}
+
+// Ctrl+T checks the active item before it reaches the calculator; the check must stay.
+TEST_F(Display, ModeItemsAndFieldsFollowTheActiveReading) {
+    auto& calc = start();
+    auto menu = taggedMenu(2);
+    calc.setDisplayCalcModeMenu(menu.get());
+    QAction* pt = menu->actions()[1];
+    pt->setChecked(true);
+    pt->trigger();
+    calc.toggleCalcMode(pt);
+    EXPECT_EQ(checkedTags(menu.get()), QList<int>{1});
+    QTest::mouseClick(ui().modeButton, Qt::LeftButton);
+    EXPECT_EQ(checkedTags(menu.get()), QList<int>{0});
+    EXPECT_EQ(ui().resultField2->palette().color(QPalette::Text), QColor(55, 63, 70));
+    EXPECT_EQ(ui().resultField->palette().color(QPalette::Text), QColor(207, 208, 197));
+}
+
+// Screen readers: every control says what it is and does, the keyboard visits the controls in
+// the order they are laid out, and the result fields hand their text to the reader.
+TEST_F(Display, ScreenReadersFindNamedControlsInLayoutOrder) {
+    auto& calc = start();
+    for (QWidget* widget : calc.calcWindow()->findChildren<QWidget*>()) {
+        const bool control = qobject_cast<QAbstractButton*>(widget) ||
+                             qobject_cast<QComboBox*>(widget) || qobject_cast<QLineEdit*>(widget) ||
+                             qobject_cast<QPlainTextEdit*>(widget);
+        if (!control || widget->objectName().isEmpty()) continue;
+        QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(widget);
+        EXPECT_FALSE(accessible->text(QAccessible::Name).isEmpty() ||
+                     accessible->text(QAccessible::Description).isEmpty())
+            << widget->objectName().toStdString();
+    }
+    QPoint previous(-1, -1);
+    for (QWidget* widget = ui().displayButton->nextInFocusChain(); widget != ui().displayButton;
+         widget = widget->nextInFocusChain()) {
+        if (!(widget->focusPolicy() & Qt::TabFocus) || !widget->isVisible()) continue;
+        const QPoint place = widget->mapTo(calc.calcWindow(), QPoint());
+        const bool sameRow = std::abs(place.y() - previous.y()) < 12;
+        EXPECT_TRUE(sameRow ? place.x() > previous.x() : place.y() > previous.y())
+            << widget->objectName().toStdString();
+        previous = place;
+    }
+    QAction rate;
+    rate.setProperty("tag", DisplayState29drop);
+    calc.changeDisplayFrameRate(&rate);
+    EXPECT_EQ(ui().displayButton24->accessibleName(), "Rate: 29.97 fps drop frame");
+    calc.setDisplayCalcModeTime(false);
+    EXPECT_EQ(ui().modeButton->accessibleName(), "Mode: PF, rate suffixes as frames");
+    type("12");
+    QAccessibleInterface* result = QAccessible::queryAccessibleInterface(ui().resultField2);
+    ASSERT_TRUE(result->textInterface());
+    EXPECT_EQ(result->textInterface()->text(0, 11), "00:00:00.12");
 }
 
 }  // namespace

@@ -91,6 +91,25 @@ TEST_F(ControllerFixture, ChoicesAreStoredOnlyWhenTheyChange) {
     EXPECT_FALSE(ui().aspectRatioPopUpButton->isEnabled());
 }
 
+// The notation is stored as "smpte" or "classic"; anything else reads as classic.
+TEST_F(ControllerFixture, TimecodeNotationIsStoredAndRestored) {
+    settings().setValue("TimecodeNotation", "smpte");
+    auto& calc = start();
+    EXPECT_EQ(ui().resultField->text(), "00:00:00:00");
+    QAction classic;
+    QAction smpte;
+    classic.setProperty("tag", 0);
+    smpte.setProperty("tag", 1);
+    calc.setTimecodeNotationItems({&classic, &smpte});
+    EXPECT_TRUE(smpte.isChecked() && !classic.isChecked());
+    calc.changeTimecodeNotation(&classic);
+    EXPECT_TRUE(classic.isChecked() && !smpte.isChecked());
+    settings().sync();
+    EXPECT_EQ(settings().value("TimecodeNotation").toString(), "classic");
+    settings().setValue("TimecodeNotation", "SMPTE");
+    EXPECT_EQ(start().timecodeNotation(), vantrel::TimecodeNotation::Classic);
+}
+
 // Every closed pop-up shows each of its captions whole, at the default font and at 150 %.
 class Captions : public ControllerFixture, public testing::WithParamInterface<double> {
 protected:
