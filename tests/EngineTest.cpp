@@ -1,0 +1,433 @@
+#include <gtest/gtest.h>
+
+#include <charconv>
+#include <clocale>
+#include <cstdio>
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+
+#include "Calc.h"
+#include "SideCalculators.h"
+#include "TestRows.h"
+
+using namespace vantrel;
+
+namespace {
+
+// One engine case: what to call (optionally in SMPTE notation), at which frame-rate code, on
+// which text, and the result written as text.
+struct EngineRow {
+    const char* name;
+    std::string call;
+    int code;
+    std::string input;
+    std::string expected;
+};
+
+std::string text(const std::optional<std::string>& result) {
+    return result.value_or("none");
+}
+
+std::string text(double value) {
+    char buffer[32];
+    const auto end =
+        std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::general, 10).ptr;
+    return std::string(buffer, end);
+}
+
+double number(std::string_view digits) {
+    double value = 0;
+    std::from_chars(digits.data(), digits.data() + digits.size(), value);
+    return value;
+}
+
+// "1500 at 4,2,1,4": the frames and the rows chosen.
+std::pair<float, std::vector<int>> framesAndRows(const std::string& input) {
+    std::vector<int> rows;
+    for (auto at = input.find(" at ") + 3; at < input.size(); at = input.find(',', at + 1)) {
+        rows.push_back(static_cast<int>(number(std::string_view(input).substr(at + 1))));
+    }
+    return {static_cast<float>(number(input)), rows};
+}
+
+std::string spansAndLazyNumber(Calc& calc, const std::string& input) {
+    std::string spans;
+    for (const ColouredSpan& span : calc.colorizeLazyEvaluatedString(input)) {
+        spans += span.colour == SpanColour::Black ? "[" + span.text + "]" : span.text;
+    }
+    const auto pt = calc.lazyevalPT(input, DisplayStateNumber);
+    const auto pf = calc.lazyevalPF(input, DisplayStateNumber);
+    return spans + " = " + text(pt) + (pt == pf ? "" : " / " + text(pf));
+}
+
+// "SMPTE as CLASSIC": the same frames eagerly and lazily in both readings, and the same
+// beautified text, for both forms.
+std::string readsAsClassic(Calc& calc, const std::string& input) {
+    const std::string smpte = input.substr(0, input.find(" as "));
+    const std::string classic = input.substr(input.find(" as ") + 4);
+    const bool same = calc.evalPTToFrames(smpte) == calc.evalPTToFrames(classic) &&
+                      calc.evalPFToFrames(smpte) == calc.evalPFToFrames(classic) &&
+                      calc.lazyevalPTToFrames(smpte) == calc.lazyevalPTToFrames(classic) &&
+                      calc.lazyevalPFToFrames(smpte) == calc.lazyevalPFToFrames(classic) &&
+                      calc.beautifyExpression(smpte) == calc.beautifyExpression(classic);
+    return std::string(same ? "same" : "differs") +
+           (calc.evalPTToFrames(classic) ? "" : ", unread");
+}
+
+std::string evaluated(const EngineRow& row) {
+    Calc calc;
+    calc.setFps(row.code);
+    std::string call = row.call;
+    if (call.starts_with("smpte ")) {
+        calc.setTimecodeNotation(TimecodeNotation::Smpte);
+        call.erase(0, 6);
+    }
+    const std::string& input = row.input;
+    static const std::map<std::string, int> kModes{{"time", DisplayStateTime},
+                                                   {"number", DisplayStateNumber},
+                                                   {"film", DisplayStateFilmLength},
+                                                   {"disk", DisplayStateDiskSpace}};
+    if (kModes.contains(call)) {
+        const auto eager = text(calc.evalPT(input, kModes.at(call)));
+        const auto lazy = text(calc.lazyevalPT(input, kModes.at(call)));
+        return eager == lazy ? eager : eager + " / " + lazy;
+    }
+    const bool shortForm =
+        input.find(':') == std::string::npos && input.find_first_not_of(" \t") == input.find('0');
+    const auto [frames, rows] = framesAndRows(input);
+    const std::map<std::string, std::function<std::string()>> calls{
+        {"frames", [&] { return calc.stringFromFramecount(number(input)); }},
+        {"beautify", [&] { return calc.beautifyExpression(input); }},
+        {"colour", [&] { return spansAndLazyNumber(calc, input); }},
+        {"as classic", [&] { return readsAsClassic(calc, input); }},
+        // Short forms start with "0" and carry no colon: they go to the short readers.
+        {"read",
+         [&] {
+             return text(shortForm ? calc.framecountPTFromShortString(input)
+                                   : calc.framecountPTFromString(input)) +
+                    " / " +
+                    text(shortForm ? calc.framecountPFFromShortString(input)
+                                   : calc.framecountPFFromString(input));
+         }},
+        {"drop",
+         [&] {
+             const double label = Calc::dropFCfromRealFC(number(input), row.code);
+             return text(label) + " / " + text(Calc::realFCfromDropFC(label, row.code));
+         }},
+        {"label", [&] { return text(Calc::realFCfromDropFC(number(input), row.code)); }},
+        {"disk space",
+         [&] {
+             const auto figures = side_calculators::diskSpaceAndTransferTime(
+                 frames, {rows[0], rows[1], rows[2], rows[3]});
+             return figures.diskSpace + " / " + figures.transferTime;
+         }},
+        {"film length", [&] { return side_calculators::filmLength(frames, rows[0], rows[1]); }},
+        {"storage", [&] { return side_calculators::storageText(number(input)); }},
+        {"duration", [&] { return side_calculators::durationText(number(input)); }},
+    };
+    return calls.at(call)();
+}
+
+class EngineCases : public testing::TestWithParam<EngineRow> {};
+
+// Each case holds in the C locale and in a German one, where printf writes "28,85" and strtod
+// stops at the "." (Qt adopts the desktop's locale at start-up). The German locale is generated
+// into the build tree (LOCPATH), so the test does not depend on what the machine has.
+TEST_P(EngineCases, GiveTheirResult) {
+    EXPECT_EQ(evaluated(GetParam()), GetParam().expected);
+    ASSERT_NE(std::setlocale(LC_ALL, "de_DE.UTF-8"), nullptr) << "no de_DE.UTF-8 in LOCPATH";
+    char probe[8];
+    std::snprintf(probe, sizeof probe, "%.1f", 2.5);
+    EXPECT_EQ(evaluated(GetParam()), GetParam().expected)
+        << "with a decimal comma (" << probe << ")";
+    std::setlocale(LC_ALL, "C");
+}
+
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(Engine, EngineCases, testing::Values<EngineRow>(
+    // Evaluation, eager / lazy where they differ
+    EngineRow{"sum_as_time", "time", 1, "1+2", "00:00:00.03"},
+    EngineRow{"sum_as_number", "number", 1, "1+2", "3"},
+    EngineRow{"single_number", "number", 1, "12345", "12345"},
+    EngineRow{"half_to_even_up", "number", 1, "7/2", "4"},
+    EngineRow{"half_to_even_down", "number", 1, "5/2", "2"},
+    EngineRow{"negative", "number", 1, "1-2", "-1"},
+    EngineRow{"single_precision", "number", 1, "16777217", "16777216"},
+    EngineRow{"narrows_past_number_bound", "number", 1, "999999999", "∞ / 1000000000"},
+    EngineRow{"lazy_number_bound", "number", 1, "1234567890", "∞ / 1234567936"},
+    EngineRow{"beyond_both_number_bounds", "number", 1, "9999999999", "∞"},
+    EngineRow{"below_number_bound", "number", 1, "1-1000000000", "-∞ / -1000000000"},
+    EngineRow{"time_bound_formats", "time", 1, "86400745", "960:00:29.19"},
+    EngineRow{"time_bound_narrowed_past", "time", 1, "86400749", "∞"},
+    EngineRow{"time_below_bound", "time", 1, "1-86400749", "-∞"},
+    EngineRow{"disk_space_shows_time", "disk", 1, "90000", "01:00:00.00"},
+    EngineRow{"film_length", "film", 1, "1500", "28.85 m"},
+    EngineRow{"film_lower_bound", "film", 1, "1-5200006", "-∞"},
+    EngineRow{"film_within_lower_bound", "film", 1, "1-5200001", "-99999.90 m"},
+    EngineRow{"film_upper_bound", "film", 1, "52000010", "∞"},
+    EngineRow{"division_by_zero", "number", 1, "01:00:00.00|25/(1-1)", "∞"},
+    EngineRow{"division_by_zero_film", "film", 1, "01:00:00.00|25/(1-1)", "∞"},
+    EngineRow{"zero_by_zero_time", "time", 1, "00/(1-1)", "NaN"},
+    EngineRow{"zero_by_zero_number", "number", 1, "00/(1-1)", "NaN"},
+    EngineRow{"huge_drop_frame_count", "number", 4, "99999999999999|29d", "∞"},
+    EngineRow{"scalar_first_product", "number", 1, "2*3*01:00:00.00|25*4", "2160000"},
+    EngineRow{"division_after_scalar_product", "number", 1, "3*01:00:00.00/2", "none / 270000"},
+    EngineRow{"frame_count_needs_two_digits", "number", 1, "5|25", "none / 5"},
+    EngineRow{"duration_sum", "time", 1, "01:00:10.12|25+00:00:05.00", "01:00:15.12"},
+    EngineRow{"drop_frame_hour", "time", 4, "01:00:00.00*2", "02:00:00.00"},
+    EngineRow{"smpte_disk_space_drop", "smpte disk", 4, "107892", "01:00:00;00"},
+    EngineRow{"smpte_leaves_numbers", "smpte number", 1, "1+2", "3"},
+    EngineRow{"smpte_bound_sign", "smpte time", 1, "86400749", "∞"},
+    // SMPTE notation reads exactly as the classic form with the same digits
+    EngineRow{"colons_at_25", "as classic", 1, "01:00:10:12 as 01:00:10.12", "same"},
+    EngineRow{"suffix_other_rate", "as classic", 1, "01:00:10:12|24 as 01:00:10.12|24", "same"},
+    EngineRow{"single_digits", "as classic", 0, "1:2:3:4 as 1:2:3.4", "same"},
+    EngineRow{"drop_minute", "as classic", 4, "00:01:00;02 as 00:01:00.02", "same"},
+    EngineRow{"drop_skipped_label", "as classic", 4, "00:01:00;00 as 00:01:00.00", "same"},
+    EngineRow{"semicolons_ten_minutes", "as classic", 4, "00;10;00;00|29d as 00:10:00.00|29d", "same"},
+    EngineRow{"semicolon_picks_no_rate", "as classic", 1, "00:01:00;02 as 00:01:00.02", "same"},
+    EngineRow{"drop23_suffix_at_30", "as classic", 2, "00:01:00;02|23d as 00:01:00.02|23d", "same"},
+    EngineRow{"mixed_separators_at_23n", "as classic", 5, "01;00:00;00|24 as 01:00:00.00|24", "same"},
+    EngineRow{"sum_with_blanks", "as classic", 1, " 01:00:10:12 + 00:00:05:00  as  01:00:10.12 + 00:00:05.00 ", "same"},
+    EngineRow{"edl_duration", "as classic", 4, "(01:00:22;15-01:00:00;00)*2 as (01:00:22.15-01:00:00.00)*2", "same"},
+    EngineRow{"five_groups_unread", "as classic", 1, "1:01:00:10:12 as 1:01:00:10:12", "same, unread"},
+    EngineRow{"frames_with_point_unread", "as classic", 1, "01:00:10:12.5 as 01:00:10:12.5", "same, unread"},
+    EngineRow{"three_digit_group_unread", "as classic", 1, "001:00:10:12 as 001:00:10:12", "same, unread"},
+    EngineRow{"two_groups_unread", "as classic", 1, "10;12 as 10;12", "same, unread"},
+    // Display timestamps
+    EngineRow{"one_hour_at_25", "frames", 1, "90000", "01:00:00.00"},
+    EngineRow{"negative_second_at_30", "frames", 2, "-30", "-00:00:01.00"},
+    EngineRow{"zero", "frames", 1, "0", "00:00:00.00"},
+    EngineRow{"negative_zero_has_no_sign", "frames", 1, "-0", "00:00:00.00"},
+    EngineRow{"drop29_minute_1", "frames", 4, "1800", "00:01:00.02"},
+    EngineRow{"drop29_ten_minutes", "frames", 4, "17982", "00:10:00.00"},
+    EngineRow{"drop29_one_hour", "frames", 4, "107892", "01:00:00.00"},
+    EngineRow{"drop29_negative", "frames", 4, "-1800", "-00:01:00.02"},
+    EngineRow{"drop23_minute_1", "frames", 3, "1440", "00:01:00.02"},
+    EngineRow{"nondrop23_counts_24", "frames", 5, "24", "00:00:01.00"},
+    EngineRow{"hours_not_wrapped_at_24", "frames", 0, "86400750", "1000:00:31.06"},
+    EngineRow{"hours_not_wrapped_at_30", "frames", 2, "86400750", "800:00:25.00"},
+    EngineRow{"three_digit_hours", "frames", 1, "9000000", "100:00:00.00"},
+    EngineRow{"fraction_rounds_frame_field_half_up", "frames", 1, "12.5", "00:00:00.13"},
+    EngineRow{"fraction_not_carried_into_seconds", "frames", 2, "29.6", "00:00:00.30"},
+    EngineRow{"nan", "frames", 1, "nan", "NaN"},
+    EngineRow{"beyond_any_hour_field", "frames", 1, "1e300", "∞"},
+    EngineRow{"smpte_one_hour", "smpte frames", 1, "90000", "01:00:00:00"},
+    EngineRow{"smpte_negative", "smpte frames", 2, "-30", "-00:00:01:00"},
+    EngineRow{"smpte_over_a_day", "smpte frames", 0, "86400750", "1000:00:31:06"},
+    EngineRow{"smpte_drop29", "smpte frames", 4, "1800", "00:01:00;02"},
+    EngineRow{"smpte_drop29_negative", "smpte frames", 4, "-17982", "-00:10:00;00"},
+    EngineRow{"smpte_drop23", "smpte frames", 3, "1440", "00:01:00;02"},
+    EngineRow{"smpte_nondrop29", "smpte frames", 6, "1800", "00:01:00:00"},
+    EngineRow{"drop59_reference", "frames", 10, "1084319", "05:01:30.03"},
+    EngineRow{"smpte_drop59", "smpte frames", 10, "3600", "00:01:00;04"},
+    EngineRow{"fifty_one_hour", "frames", 8, "180000", "01:00:00.00"},
+    EngineRow{"nondrop47_counts_48", "frames", 11, "172800", "01:00:00.00"},
+    // Beautified expressions
+    EngineRow{"already_normal", "beautify", 1, "01:00:10.12|25", "01:00:10.12|25"},
+    EngineRow{"adds_current_suffix", "beautify", 1, "1:0:5", "01:00:05.00|25"},
+    EngineRow{"keeps_typed_suffix", "beautify", 1, "1:2:3.4|23n", "01:02:03.04|23n"},
+    EngineRow{"empty_hour_and_minute", "beautify", 1, "::5", "00:00:05.00|25"},
+    EngineRow{"single_colon_with_frames_untouched", "beautify", 1, "0:30.00", "0:30.00"},
+    EngineRow{"single_colon_untouched", "beautify", 1, "12:34", "12:34"},
+    EngineRow{"short_form", "beautify", 0, "0123", "00:00:01.23|24"},
+    EngineRow{"short_form_with_suffix", "beautify", 1, "0123|29d", "00:00:01.23|29d"},
+    EngineRow{"short_form_odd_suffix_copied", "beautify", 1, "0123|2", "00:00:01.23|2"},
+    EngineRow{"short_form_eight_digits", "beautify", 1, "012345678", "12:34:56.78|25"},
+    EngineRow{"expression_without_spaces", "beautify", 1, "01:00:00.00 + 0100 * 2", "01:00:00.00|25+00:00:01.00|25*2"},
+    EngineRow{"plain_numbers_stay", "beautify", 1, "100+0.5", "100+0.5"},
+    EngineRow{"values_not_carried", "beautify", 1, "0:0:75", "00:00:75.00|25"},
+    EngineRow{"leading_zeros_vanish", "beautify", 1, "0001:00:00.00", "01:00:00.00|25"},
+    EngineRow{"tabs_are_kept", "beautify", 1, "1\t+ 2", "1\t+2"},
+    EngineRow{"smpte_out", "smpte beautify", 1, "1:0:5 + 0100", "01:00:05:00|25+00:00:01:00|25"},
+    EngineRow{"smpte_drop_by_suffix", "smpte beautify", 1, "01;00;00;00|29d*2", "01:00:00;00|29d*2"},
+    EngineRow{"smpte_drop_by_code", "smpte beautify", 3, "0123", "00:00:01;23|23d"},
+    EngineRow{"hd_suffixes_kept", "beautify", 8, "1:2:3.4|48+0:0:1.2|59d*2-0123|47n+1:0:0.0|59n", "01:02:03.04|48+00:00:01.02|59d*2-00:00:01.23|47n+01:00:00.00|59n"},
+    EngineRow{"smpte_drop59_suffix", "smpte beautify", 8, "00:01:00:04|59d+0:0:1.2|60", "00:01:00;04|59d+00:00:01:02|60"},
+    // Timestamps read as PT / PF frame counts
+    EngineRow{"suffix_24_at_25", "read", 1, "00:00:01.00|24", "25 / 24"},
+    EngineRow{"no_suffix_at_25", "read", 1, "00:00:01.00", "25 / 25"},
+    EngineRow{"frame_count_own_rate", "read", 1, "123|25", "123 / 123"},
+    EngineRow{"frame_count_at_24", "read", 0, "123|25", "118.08 / 123"},
+    EngineRow{"drop_suffix_at_25", "read", 1, "00:01:00.02|29d", "1501.501502 / 1800"},
+    EngineRow{"drop_frame_count_at_25", "read", 1, "2000|29d", "1666.666667 / 1998"},
+    EngineRow{"drop_code_no_suffix", "read", 4, "00:01:00.02", "1800 / 1800"},
+    EngineRow{"drop_suffix_at_drop_code", "read", 4, "00:00:16.20|29d", "501 / 500"},
+    EngineRow{"drop_code_plain", "read", 4, "00:00:16.20", "500 / 500"},
+    EngineRow{"suffix_30_at_29d", "read", 4, "01:00:00.00|30", "107892 / 108000"},
+    EngineRow{"suffix_29d_at_29d", "read", 4, "01:00:00.00|29d", "107892 / 107892"},
+    EngineRow{"suffix_24_at_23n", "read", 5, "01:00:00.00|24", "86292 / 86400"},
+    EngineRow{"suffix_23n_at_23n", "read", 5, "01:00:00.00|23n", "86400 / 86400"},
+    EngineRow{"minutes_seconds", "read", 0, "1:00", "1440 / 1440"},
+    EngineRow{"seconds_and_frames", "read", 1, "00:10.00", "250 / 250"},
+    EngineRow{"colon_seconds", "read", 1, ":5", "125 / 125"},
+    EngineRow{"worked_example", "read", 1, "01:02:03.04", "93079 / 93079"},
+    EngineRow{"blanks_around", "read", 1, "  01:00:00.00|25 ", "90000 / 90000"},
+    EngineRow{"tab_after_suffix", "read", 1, "01:00:00.00|24\t", "90000 / 86400"},
+    EngineRow{"short_with_suffix", "read", 1, "0123|24", "48.95833333 / 47"},
+    EngineRow{"short_plain", "read", 1, "0123", "48 / 48"},
+    EngineRow{"short_blank_before", "read", 1, " 0123", "48 / 48"},
+    EngineRow{"short_one_hour", "read", 0, "01000000|25", "86400 / 90000"},
+    EngineRow{"short_two_digits", "read", 1, "05", "5 / 5"},
+    EngineRow{"short_drop", "read", 4, "012345678|29d", "1357601 / 1357600"},
+    EngineRow{"no_digits", "read", 1, "::", "0 / 0"},
+    EngineRow{"suffix_50_at_25", "read", 1, "01:00:00.00|50", "90000 / 180000"},
+    EngineRow{"suffix_59d_at_25", "read", 1, "01:00:00.00|59d", "90000 / 215784"},
+    EngineRow{"suffix_47n_at_24", "read", 0, "01:00:00.00|47n", "86486.48649 / 172800"},
+    EngineRow{"drop59_minute_at_59d", "read", 10, "00:01:00.04|59d", "3600 / 3600"},
+    EngineRow{"drop59_code_no_suffix", "read", 10, "00:10:00.00", "35964 / 35964"},
+    EngineRow{"suffix_59n_at_60", "read", 9, "00:00:01.00|59n", "60.06006006 / 60"},
+    // Colouring: the black span in brackets, then the lazy number
+    EngineRow{"trailing_operator", "colour", 1, "1+", "[1]+ = 1"},
+    EngineRow{"leading_minus", "colour", 1, "-1", "-[1] = 1"},
+    EngineRow{"short_frame_count", "colour", 1, "5|25", "[5]|25 = 5"},
+    EngineRow{"leading_zero_number", "colour", 1, "0*5", "0*[5] = 5"},
+    EngineRow{"division_after_product", "colour", 1, "3*01:00:00.00/2", "[3*01:00:00.00]/2 = 270000"},
+    EngineRow{"blanks_belong_to_number", "colour", 1, "x 12 y", "x[ 12 ]y = 12"},
+    EngineRow{"no_number", "colour", 1, "abc", "abc = none"},
+    EngineRow{"empty", "colour", 1, "", " = none"},
+    EngineRow{"whole_expression", "colour", 1, "01:00:00.00|25*2", "[01:00:00.00|25*2] = 180000"},
+    EngineRow{"non_ascii_around", "colour", 1, "é12€", "é[12]€ = 12"},
+    EngineRow{"smpte_partly_typed", "colour", 1, "01:00:10:1", "[01:00:10:1] = 90251"},
+    EngineRow{"smpte_frames_not_yet_typed", "colour", 1, "01:00:10:", "[01:00:10]: = 90250"},
+    EngineRow{"not_smpte_point_after", "colour", 1, "01:00:10:12.5", "[01:00:10]:12.5 = 90250"},
+    EngineRow{"smpte_then_operator", "colour", 1, "x01;00;10;12|25+", "x[01;00;10;12|25]+ = 90262"},
+    // Drop-frame labels of real frame counts, and the labels read back
+    EngineRow{"v29_last_frame_of_minute_0", "drop", 4, "1799", "1799 / 1799"},
+    EngineRow{"v29_first_frame_of_minute_1", "drop", 4, "1800", "1802 / 1800"},
+    EngineRow{"v29_end_of_first_block", "drop", 4, "17981", "17999 / 17981"},
+    EngineRow{"v29_ten_minutes", "drop", 4, "17982", "18000 / 17982"},
+    EngineRow{"v29_one_hour", "drop", 4, "107892", "108000 / 107892"},
+    EngineRow{"v23_last_frame_of_minute_0", "drop", 3, "1439", "1439 / 1439"},
+    EngineRow{"v23_first_frame_of_minute_1", "drop", 3, "1440", "1442 / 1440"},
+    EngineRow{"v23_ten_minutes", "drop", 3, "14382", "14400 / 14382"},
+    EngineRow{"v23_one_hour", "drop", 3, "86292", "86400 / 86292"},
+    EngineRow{"v59_last_frame_of_minute_0", "drop", 10, "3599", "3599 / 3599"},
+    EngineRow{"v59_first_frame_of_minute_1", "drop", 10, "3600", "3604 / 3600"},
+    EngineRow{"v59_end_of_first_block", "drop", 10, "35963", "35999 / 35963"},
+    EngineRow{"v59_ten_minutes", "drop", 10, "35964", "36000 / 35964"},
+    EngineRow{"v59_one_hour", "drop", 10, "215784", "216000 / 215784"},
+    EngineRow{"v59_05_01_30_03", "drop", 10, "1084319", "1085403 / 1084319"},
+    EngineRow{"v29_skipped_label_00", "label", 4, "1800", "1799"},
+    EngineRow{"v29_skipped_label_01", "label", 4, "1801", "1799"},
+    EngineRow{"v29_first_label_after_skip", "label", 4, "1802", "1800"},
+    EngineRow{"v23_skipped_label_00", "label", 3, "1440", "1439"},
+    EngineRow{"v23_skipped_label_01", "label", 3, "1441", "1439"},
+    EngineRow{"v23_first_label_after_skip", "label", 3, "1442", "1440"},
+    EngineRow{"v59_skipped_label_00", "label", 10, "3600", "3599"},
+    EngineRow{"v59_skipped_label_03", "label", 10, "3603", "3599"},
+    EngineRow{"v59_first_label_after_skip", "label", 10, "3604", "3600"},
+    EngineRow{"v59_skipped_in_minute_2", "label", 10, "7202", "7195"},
+    EngineRow{"half_rounds_up", "drop", 4, "1799.5", "1802 / 1800"},
+    EngineRow{"below_half_rounds_down", "drop", 4, "1799.49", "1799 / 1799"},
+    EngineRow{"drop_half_rounds_up", "label", 4, "1801.5", "1800"},
+    EngineRow{"beyond_32_bits", "drop", 4, "3e9", "3003003004 / 3000000000"},
+    // Side calculators: frames at resolution, aspect ratio, bit depth, transfer speed; film, unit
+    EngineRow{"no_frames", "disk space", 0, "0 at 3,2,0,4", "0 kB / 0.00 sec"},
+    EngineRow{"two_k_ten_bit", "disk space", 0, "1500 at 4,2,1,4", "14.6 GB / 24.3 min"},
+    EngineRow{"pal_ignores_aspect_ratio", "disk space", 0, "25 at 0,3,6,0", "22.2 MB / 46.2 min"},
+    EngineRow{"hd_ignores_aspect_ratio", "disk space", 0, "1 at 2,0,0,7", "6.7 MB / 0.02 sec"},
+    EngineRow{"negative_duration", "disk space", 0, "-100 at 5,3,9,4", "-1432310 kB / -143.23 sec"},
+    EngineRow{"separator_row_holds_nothing", "disk space", 0, "1500 at 4,2,5,4", "0 kB / 0.00 sec"},
+    EngineRow{"sixteen_by_nine_divisor", "disk space", 0, "24 at 4,1,0,5", "181.8 MB / 6.06 sec"},
+    EngineRow{"beyond_petabytes", "disk space", 0, "3e11 at 6,0,4,0", " ∞ /  ∞"},
+    EngineRow{"nan_frames", "disk space", 0, "nan at 3,2,0,4", " ∞ /  ∞"},
+    EngineRow{"resolution_outside_table", "disk space", 0, "1500 at 9,2,0,4", "0 kB / 0.00 sec"},
+    EngineRow{"aspect_outside_table_divides_nothing", "disk space", 0, "1 at 3,-1,0,4", "3.4 MB / 0.34 sec"},
+    EngineRow{"speed_outside_table", "disk space", 0, "1500 at 4,2,1,8", "14.6 GB / 0.00 sec"},
+    EngineRow{"bit_depth_outside_table", "disk space", 0, "1500 at 4,2,10,4", "0 kB / 0.00 sec"},
+    EngineRow{"one_megabyte", "storage", 0, "1e6", "1.0 MB"},
+    EngineRow{"just_below_a_megabyte", "storage", 0, "999999", "1000 kB"},
+    EngineRow{"terabytes", "storage", 0, "2.5e12", "2.5 TB"},
+    EngineRow{"petabytes", "storage", 0, "9.99e17", "999.0 PB"},
+    EngineRow{"exabyte_overflows", "storage", 0, "1e18", " ∞"},
+    EngineRow{"ten_seconds", "duration", 0, "10", "10.0 sec"},
+    EngineRow{"just_below_ten_seconds", "duration", 0, "9.999", "10.00 sec"},
+    EngineRow{"one_minute", "duration", 0, "60", "1.0 min"},
+    EngineRow{"hours", "duration", 0, "5400", "1.5 h"},
+    EngineRow{"days", "duration", 0, "86400", "1.0 d"},
+    EngineRow{"weeks", "duration", 0, "604800", "1.0 wk"},
+    EngineRow{"thousand_weeks_overflow", "duration", 0, "604800000", " ∞"},
+    EngineRow{"super8_m", "film length", 0, "1500 at 0,0", "5.77 m"},
+    EngineRow{"sixteen_m", "film length", 0, "1500 at 1,0", "11.54 m"},
+    EngineRow{"sixteen_2perf_m", "film length", 0, "1500 at 2,0", "23.08 m"},
+    EngineRow{"thirtyfive_m", "film length", 0, "1500 at 3,0", "21.63 m"},
+    EngineRow{"thirtyfive_4perf_m", "film length", 0, "1500 at 4,0", "28.85 m"},
+    EngineRow{"seventy_m", "film length", 0, "1500 at 5,0", "35.71 m"},
+    EngineRow{"super8_ft", "film length", 0, "1500 at 0,1", "18.75 ft"},
+    EngineRow{"sixteen_ft", "film length", 0, "1500 at 1,1", "37.50 ft"},
+    EngineRow{"sixteen_2perf_ft", "film length", 0, "1500 at 2,1", "75.00 ft"},
+    EngineRow{"thirtyfive_ft", "film length", 0, "1500 at 3,1", "70.31 ft"},
+    EngineRow{"thirtyfive_4perf_ft", "film length", 0, "1500 at 4,1", "93.75 ft"},
+    EngineRow{"seventy_ft", "film length", 0, "1500 at 5,1", "116.07 ft"},
+    EngineRow{"one_second_m", "film length", 0, "24 at 4,0", "0.46 m"},
+    EngineRow{"one_frame_ft", "film length", 0, "1 at 0,1", "0.01 ft"},
+    EngineRow{"film_of_no_frames", "film length", 0, "0 at 0,0", "0.00 m"},
+    EngineRow{"film_negative", "film length", 0, "-100 at 4,1", "-6.25 ft"},
+    EngineRow{"too_long", "film length", 0, "1e9 at 4,0", "∞"},
+    EngineRow{"too_long_negative", "film length", 0, "-1e9 at 4,0", "-∞"},
+    EngineRow{"film_of_nan", "film length", 0, "nan at 4,0", "∞"},
+    EngineRow{"gauge_outside_table", "film length", 0, "1500 at 6,0", "∞"}),
+    rowName<EngineRow>);
+// clang-format on
+
+TEST(Evaluator, RejectedTextKeepsTheCachedResultsAndTheStackEmpty) {
+    Calc calc;
+    calc.setFps(DisplayState25fps);
+    ASSERT_TRUE(calc.evalPT("00:00:01.00|24", DisplayStateTime));
+    ASSERT_TRUE(calc.evalPF("00:00:01.00|24", DisplayStateTime));
+    EXPECT_FALSE(calc.evalPT("3*01:00:00.00/2", DisplayStateTime));
+    EXPECT_FALSE(calc.evalPF("5|25", DisplayStateTime));
+    EXPECT_EQ(calc.cachedResultPT(), 25.0f);
+    EXPECT_EQ(calc.cachedResultPF(), 24.0f);
+    ASSERT_TRUE(calc.evalPT("16777217", DisplayStateNumber));
+    EXPECT_EQ(calc.cachedResultPT(), 16777216.0f);
+    EXPECT_EQ(calc.evalPTToFrames("16777217"), 16777217.0);
+    EXPECT_EQ(calc.evalPFToFrames("1/4"), 0.25);
+    EXPECT_EQ(calc.evalPT(std::string(400, '9'), DisplayStateNumber), "∞");
+    for (const char* expression : {"1+2*3", "2*3*01:00:00.00|25*4", "1+", "abc", "(1+(2-3))*4"}) {
+        (void)calc.evalPT(expression, DisplayStateTime);
+        (void)calc.lazyevalPF(expression, DisplayStateTime);
+        EXPECT_EQ(calc.pop(), std::nullopt) << expression;
+    }
+}
+
+// Over a whole day: every real frame gets a label that is never a skipped one, and reading the
+// label back gives the frame.
+TEST(DropFrame, RoundTripsEveryWholeFrameOfTheFirstDay) {
+    for (const int code : {DisplayState23drop, DisplayState29drop, DisplayState59drop}) {
+        const std::int64_t labelsPerMinute = code == DisplayState23drop   ? 1440
+                                             : code == DisplayState29drop ? 1800
+                                                                          : 3600;
+        const std::int64_t dropped = code == DisplayState59drop ? 4 : 2;
+        const int day = static_cast<int>(24 * 600 * (10 * labelsPerMinute - 9 * dropped) / 10);
+        for (int x = 0; x < day; ++x) {
+            const auto label = static_cast<std::int64_t>(Calc::dropFCfromRealFC(x, code));
+            const std::int64_t minute = label / labelsPerMinute;
+            ASSERT_FALSE(label % labelsPerMinute < dropped && minute % 10 != 0) << x;
+            ASSERT_EQ(Calc::realFCfromDropFC(static_cast<double>(label), code), x) << code;
+        }
+    }
+}
+
+TEST(FrameRate, SetFpsStoresTheRateOfEachCode) {
+    const double rates[] = {24.0, 25.0, 30.0, 24.0,   30.0, 23.97000000000166, 29.97, 48.0,
+                            50.0, 60.0, 60.0, 47.952, 59.94};
+    const char* suffixes[] = {"24", "25", "30", "23d", "29d", "23n", "29n",
+                              "48", "50", "60", "59d", "47n", "59n"};
+    Calc calc;
+    EXPECT_EQ(calc.framerate(), 24.0);  // a new engine runs at 24
+    for (int code = 0; code < 13; ++code) {
+        calc.setFps(code);
+        EXPECT_EQ(calc.framerate(), rates[code]) << "code " << code;
+        EXPECT_EQ(calc.beautifyTimestampString("1:2:3"),
+                  std::string("01:02:03.00|") + suffixes[code]);
+    }
+    calc.setFps(13);  // the first value after the thirteen codes
+    EXPECT_EQ(calc.fps(), 13);
+    EXPECT_EQ(calc.framerate(), 59.94);
+}
+
+}  // namespace
