@@ -1,6 +1,11 @@
+#include <QFile>
 #include <QMainWindow>
+#include <QTemporaryDir>
+#include <QTextBlock>
+#include <QTextLayout>
 
 #include "ControllerFixture.h"
+#include "LogFile.h"
 #include "TestRows.h"
 #include "WindowHeights.h"
 
@@ -96,6 +101,95 @@ TEST_F(WindowToggle, FrameIsRestoredAtTheNextStart) {
     EXPECT_EQ(restarted.calcWindow()->geometry(), frame);
     EXPECT_EQ(restarted.storedHeight(), 252.0);
     EXPECT_FALSE(restarted.logExpanded());
+}
+
+QByteArray contents(const QString& path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) return "<missing>";
+    return file.readAll();
+}
+
+struct EncodingRow {
+    const char* name;
+    QString text;
+    QByteArray bytes;
+};
+
+class MacRomanEncoding : public testing::TestWithParam<EncodingRow> {};
+
+TEST_P(MacRomanEncoding, WritesAppleBytes) {
+    QTemporaryDir dir;
+    const QString path = dir.filePath("log.txt");
+    ASSERT_TRUE(vantrel::writeLogFile(path, GetParam().text));
+    EXPECT_EQ(contents(path), GetParam().bytes);
+}
+
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(LogFile, MacRomanEncoding, testing::Values(
+    EncodingRow{"infinity", QStringLiteral("1 = ∞|24 (PT)\n"), QByteArray("1 = \xB0|24 (PT)\n")},
+    EncodingRow{"increment_sign", QStringLiteral("∆"), QByteArray("\xC6")},
+    EncodingRow{"apple_logo", QString(QChar(0xF8FF)), QByteArray("\xF0")},
+    EncodingRow{"umlaut_and_euro", QStringLiteral("ä€"), QByteArray("\x8A\xDB")},
+    EncodingRow{"empty", QString(), QByteArray()}),
+    rowName<EncodingRow>);
+// clang-format on
+
+class LogSaving : public ControllerFixture {
+protected:
+    QTemporaryDir dir;
+};
+
+// The file is the text as the user sees it, wrapped lines whole, and always of type .txt.
+TEST_F(LogSaving, SavesTheLogAndRemembersThePath) {
+    auto& calc = start();
+    type("9999999999");
+    pressReturn();
+    calc.savePanelDidEnd(dir.filePath("out.csv"), 1);
+    EXPECT_EQ(contents(dir.filePath("out.csv.txt")), QByteArray("9999999999 = \xB0|24 (PT)\n"));
+    EXPECT_FALSE(QFile::exists(dir.filePath("out.csv")));
+    settings().sync();
+    EXPECT_EQ(settings().value("SaveLogFilePath").toString(), dir.filePath("out.csv.txt"));
+    calc.changeWindow(nullptr);
+    QTest::qWait(400);
+    const QString line = QStringLiteral("00:42:17.03|24+00:18:02.11|24+00:18:02.11|24+00:18:02.11");
+    ui().calcLog->setPlainText(line + QStringLiteral("\u2028x"));
+    EXPECT_GT(ui().calcLog->document()->firstBlock().layout()->lineCount(), 2);
+    calc.savePanelDidEnd(dir.filePath("wrapped.txt"), 1);
+    EXPECT_EQ(contents(dir.filePath("wrapped.txt")), line.toLatin1() + "\nx");
+}
+
+TEST_F(LogSaving, FailuresLeaveFileAndPathAlone) {
+    settings().setValue("SaveLogFilePath", "/earlier/log.txt");
+    auto& calc = start();
+    const QString path = dir.filePath("kept.txt");
+    {
+        QFile existing(path);
+        ASSERT_TRUE(existing.open(QIODevice::WriteOnly));
+        existing.write("old");
+    }
+    ui().calcLog->setPlainText(QStringLiteral("漢字"));
+    calc.savePanelDidEnd(path, 1);
+    EXPECT_EQ(contents(path), QByteArray("old"));
+    ui().calcLog->setPlainText(QStringLiteral("fine"));
+    calc.savePanelDidEnd(dir.filePath("no/such/folder/log.txt"), 1);
+    calc.savePanelDidEnd(path, 0);
+    EXPECT_EQ(contents(path), QByteArray("old"));
+    settings().sync();
+    EXPECT_EQ(settings().value("SaveLogFilePath").toString(), "/earlier/log.txt");
+}
+
+TEST_F(LogSaving, HelpOpensInAWindowOfItsOwnWithoutABrowser) {
+    auto& calc = start();
+    QUrl opened;
+    calc.setUrlOpener([&opened](const QUrl& url) {
+        opened = url;
+        return false;
+    });
+    calc.openExpressionHelp(nullptr);
+    ASSERT_TRUE(calc.helpWindow() && calc.helpWindow()->isVisible());
+    EXPECT_EQ(calc.helpWindow()->source(), opened);
+    EXPECT_EQ(opened.fragment(), "expressions");
+    EXPECT_FALSE(calc.helpWindow()->toPlainText().contains("TC 24"));  // no loose SVG labels
 }
 
 }  // namespace
