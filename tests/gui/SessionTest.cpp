@@ -2,6 +2,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QMenu>
+#include <QMetaEnum>
 #include <QRegularExpression>
 #include <QTextBlock>
 #include <QTextLayout>
@@ -29,58 +30,63 @@ struct SessionRow {
 
 class Session : public ControllerFixture, public testing::WithParamInterface<SessionRow> {
 protected:
+    // Steps: {click BUTTON} by object name, {focus REASON} for the input field losing the focus
+    // (Popup, Tab, ...), {pick N} for the history menu's item N, and the named ones below.
+    void step(const QString& name) {
+        const QString argument = name.section(' ', 1);
+        const auto tag = [](int value) {
+            static QAction item;
+            item.setProperty("tag", value);
+            return &item;
+        };
+        if (name.startsWith("click ")) {
+            auto* button = controller->calcWindow()->findChild<QAbstractButton*>(argument);
+            ASSERT_TRUE(button) << argument.toStdString();
+            QTest::mouseClick(button, Qt::LeftButton);
+        } else if (name.startsWith("focus ")) {
+            const QByteArray reason = argument.toLatin1() + "FocusReason";
+            QFocusEvent focusOut(QEvent::FocusOut,
+                                 static_cast<Qt::FocusReason>(
+                                     QMetaEnum::fromType<Qt::FocusReason>().keyToValue(reason)));
+            QApplication::sendEvent(ui().inputField, &focusOut);
+        } else if (name.startsWith("pick ")) {
+            controller->showMenu(ui().historyButton);
+            ui().historyButton->menu()->hide();
+            ui().historyButton->menu()->actions()[argument.toInt()]->trigger();
+        } else if (name == "esc") {
+            // Through the window, as the keyboard delivers it, so the window's shortcuts apply.
+            QApplication::setActiveWindow(controller->calcWindow());
+            ASSERT_TRUE(QTest::qWaitForWindowActive(controller->calcWindow()));
+            QTest::keyClick(controller->calcWindow()->windowHandle(), Qt::Key_Escape);
+        } else if (name == "note") {
+            ui().calcLog->moveCursor(QTextCursor::Start);
+            ui().calcLog->insertPlainText("note ");
+        } else {
+            const std::map<QString, std::function<void()>> steps{
+                {"clear", [this] { clearInput(); }},
+                {"end", [this] { ui().inputField->moveCursorToEnd(); }},
+                {"pf", [&] { controller->toggleCalcMode(tag(0)); }},
+                {"smpte", [&] { controller->changeTimecodeNotation(tag(1)); }},
+                {"classic", [&] { controller->changeTimecodeNotation(tag(0)); }},
+                {"clearLog", [this] { controller->clearLog(nullptr); }},
+                {"undoLog",
+                 [this] { QTest::keyClick(ui().calcLog, Qt::Key_Z, Qt::ControlModifier); }},
+                {"set24", [this] { ui().inputField->setPlainText("24"); }},
+                {"2K10bit",
+                 [this] {
+                     controller->setResolutionIndex(4);
+                     controller->setBitDepthIndex(1);
+                 }},
+                {"35mm4perf", [this] { ui().filmPopUpButton->setCurrentIndex(4); }},
+                {"feet", [this] { ui().systemPopUpButton->setCurrentIndex(1); }},
+                {"disk", [this] { controller->pasteDiskSpaceToLog(nullptr); }},
+                {"film", [this] { controller->pasteFilmLengthToLog(nullptr); }}};
+            ASSERT_TRUE(steps.contains(name)) << name.toStdString();
+            steps.at(name)();
+        }
+    }
+
     void play(const QString& script) {
-        const auto click = [](QAbstractButton* button) {
-            return [button] { QTest::mouseClick(button, Qt::LeftButton); };
-        };
-        const auto tagged = [this](void (TSCController::*action)(QObject*), int tag) {
-            return [this, action, tag] {
-                QAction item;
-                item.setProperty("tag", tag);
-                (controller.get()->*action)(&item);
-            };
-        };
-        const std::map<QString, std::function<void()>> steps{
-            {"clear", [this] { clearInput(); }},
-            {"end", [this] { ui().inputField->moveCursorToEnd(); }},
-            {"esc", [this] { QTest::keyClick(window(), Qt::Key_Escape); }},
-            {"pf", tagged(&TSCController::toggleCalcMode, 0)},
-            {"smpte", tagged(&TSCController::changeTimecodeNotation, 1)},
-            {"classic", tagged(&TSCController::changeTimecodeNotation, 0)},
-            {"reset", click(ui().resetButton)},
-            {"clearLog", [this] { controller->clearLog(nullptr); }},
-            {"clearButton", click(ui().clearButton)},
-            {"undoLog", [this] { QTest::keyClick(ui().calcLog, Qt::Key_Z, Qt::ControlModifier); }},
-            {"note",
-             [this] {
-                 ui().calcLog->moveCursor(QTextCursor::Start);
-                 ui().calcLog->insertPlainText("note ");
-             }},
-            {"mode", click(ui().modeButton)},
-            {"display", click(ui().displayButton)},
-            {"div", click(ui().divideButton)},
-            {"mul", click(ui().multiplyButton)},
-            {"sub", click(ui().subtractButton)},
-            {"add", click(ui().addButton)},
-            {"set24", [this] { ui().inputField->setPlainText("24"); }},
-            {"show", click(ui().showResultButton)},
-            {"2K10bit",
-             [this] {
-                 controller->setResolutionIndex(4);
-                 controller->setBitDepthIndex(1);
-             }},
-            {"35mm4perf", [this] { ui().filmPopUpButton->setCurrentIndex(4); }},
-            {"feet", [this] { ui().systemPopUpButton->setCurrentIndex(1); }},
-            {"disk", [this] { controller->pasteDiskSpaceToLog(nullptr); }},
-            {"film", [this] { controller->pasteFilmLengthToLog(nullptr); }},
-            {"popupFocus", [this] { loseFocus(Qt::PopupFocusReason); }},
-            {"menuFocus", [this] { loseFocus(Qt::MenuBarFocusReason); }},
-            {"windowFocus", [this] { loseFocus(Qt::ActiveWindowFocusReason); }},
-            {"tabFocus", [this] { loseFocus(Qt::TabFocusReason); }},
-            {"mouseFocus", [this] { loseFocus(Qt::MouseFocusReason); }},
-            {"pick1", [this] { openHistory()[1]->trigger(); }},
-            {"pick2", [this] { openHistory()[2]->trigger(); }},
-        };
         for (qsizetype at = 0; at < script.size();) {
             const qsizetype next = script.indexOf(QRegularExpression("[{\n]"), at);
             if (next != at) {
@@ -91,30 +97,10 @@ protected:
                 ++at;
             } else {
                 const qsizetype close = script.indexOf('}', at);
-                const QString step = script.mid(at + 1, close - at - 1);
-                ASSERT_TRUE(steps.contains(step)) << step.toStdString();
-                steps.at(step)();
+                step(script.mid(at + 1, close - at - 1));
                 at = close + 1;
             }
         }
-    }
-
-    // Through the window, as the keyboard delivers it, so the window's shortcuts apply.
-    QWindow* window() {
-        QApplication::setActiveWindow(controller->calcWindow());
-        EXPECT_TRUE(QTest::qWaitForWindowActive(controller->calcWindow()));
-        return controller->calcWindow()->windowHandle();
-    }
-
-    void loseFocus(Qt::FocusReason reason) {
-        QFocusEvent focusOut(QEvent::FocusOut, reason);
-        QApplication::sendEvent(ui().inputField, &focusOut);
-    }
-
-    QList<QAction*> openHistory() {
-        controller->showMenu(ui().historyButton);
-        ui().historyButton->menu()->hide();
-        return ui().historyButton->menu()->actions();
     }
 
     QString state() {
@@ -155,30 +141,30 @@ INSTANTIATE_TEST_SUITE_P(Scripts, Session, testing::Values(
     SessionRow{"pf_logs_pf", "{pf}00:00:01.00|25\n", "00:00:01.00|25 ~ 00:00:01.00 ~ 00:00:01.01", "00:00:01.00|25 = 00:00:01.01|24 (PF)\n", any, "log reset clean"},
     SessionRow{"rejected_enters_history_only", "2\n{clear}1+\n", "1+ ~ 00:00:00.01 ~ 00:00:00.01", "2 = 00:00:00.02|24 (PT)\n", "2,1+", "log reset clean pt"},
     SessionRow{"unreadable_shows_zero", "abc", "abc ~ 00:00:00.00 ~ 00:00:00.00", "", ""},
-    SessionRow{"operator_keys_append", "12{div}{mul}{sub}{add}", "12/*-+ ~ 00:00:00.12 ~ 00:00:00.12", any, any},
-    SessionRow{"show_button_reads_again", "12{set24}{show}", "24 ~ 00:00:01.00 ~ 00:00:01.00", any, any, "reset pt"},
-    SessionRow{"reset_clears_all", "1+2\n{reset}", " ~ 00:00:00.00 ~ 00:00:00.00", "", "1+2", "log clean pt"},
+    SessionRow{"operator_keys_append", "12{click divideButton}{click multiplyButton}{click subtractButton}{click addButton}", "12/*-+ ~ 00:00:00.12 ~ 00:00:00.12", any, any},
+    SessionRow{"show_button_reads_again", "12{set24}{click showResultButton}", "24 ~ 00:00:01.00 ~ 00:00:01.00", any, any, "reset pt"},
+    SessionRow{"reset_clears_all", "1+2\n{click resetButton}", " ~ 00:00:00.00 ~ 00:00:00.00", "", "1+2", "log clean pt"},
     SessionRow{"escape_on_empty_log", "9{esc}", " ~ 00:00:00.00 ~ 00:00:00.00", "", "", "clean pt"},
     SessionRow{"escape_keeps_log", "1+2\n4{esc}\n", " ~ 00:00:00.00 ~ 00:00:00.00", "1+2 = 00:00:00.03|24 (PT)\n", "1+2", "log reset clean pt"},
-    SessionRow{"reset_undone_in_log", "1+2\n{reset}{undoLog}", any, "1+2 = 00:00:00.03|24 (PT)\n", any},
+    SessionRow{"reset_undone_in_log", "1+2\n{click resetButton}{undoLog}", any, "1+2 = 00:00:00.03|24 (PT)\n", any},
     SessionRow{"clear_undone_in_log", "1+2\n{clearLog}{undoLog}", any, "1+2 = 00:00:00.03|24 (PT)\n", any},
-    SessionRow{"clear_button_undone", "1+2\n{clearButton}{undoLog}", any, "1+2 = 00:00:00.03|24 (PT)\n", any},
-    SessionRow{"popup_keeps_editing", "1+2\n{popupFocus}\n", any, "1+2 = 00:00:00.03|24 (PT)\n", any},
-    SessionRow{"menu_keeps_editing", "1+2\n{menuFocus}\n", any, "1+2 = 00:00:00.03|24 (PT)\n", any},
-    SessionRow{"window_keeps_editing", "1+2\n{windowFocus}\n", any, "1+2 = 00:00:00.03|24 (PT)\n", any},
-    SessionRow{"tab_ends_editing", "1+2\n{tabFocus}\n", any, "1+2 = 00:00:00.03|24 (PT)\n1+2 = 00:00:00.03|24 (PT)\n", any},
-    SessionRow{"mouse_ends_editing", "1+2\n{mouseFocus}\n", any, "1+2 = 00:00:00.03|24 (PT)\n1+2 = 00:00:00.03|24 (PT)\n", any},
+    SessionRow{"clear_button_undone", "1+2\n{click clearButton}{undoLog}", any, "1+2 = 00:00:00.03|24 (PT)\n", any},
+    SessionRow{"popup_keeps_editing", "1+2\n{focus Popup}\n", any, "1+2 = 00:00:00.03|24 (PT)\n", any},
+    SessionRow{"menu_keeps_editing", "1+2\n{focus MenuBar}\n", any, "1+2 = 00:00:00.03|24 (PT)\n", any},
+    SessionRow{"window_keeps_editing", "1+2\n{focus ActiveWindow}\n", any, "1+2 = 00:00:00.03|24 (PT)\n", any},
+    SessionRow{"tab_ends_editing", "1+2\n{focus Tab}\n", any, "1+2 = 00:00:00.03|24 (PT)\n1+2 = 00:00:00.03|24 (PT)\n", any},
+    SessionRow{"mouse_ends_editing", "1+2\n{focus Mouse}\n", any, "1+2 = 00:00:00.03|24 (PT)\n1+2 = 00:00:00.03|24 (PT)\n", any},
     SessionRow{"log_after_users_edits", "1\n{note}{clear}2\n", any, "note 1 = 00:00:00.01|24 (PT)\n2 = 00:00:00.02|24 (PT)\n", any},
-    SessionRow{"mode_button_flips_reading", "1\n{mode}\n", any, "1 = 00:00:00.01|24 (PT)\n1 = 00:00:00.01|24 (PF)\n", any, "log reset clean"},
-    SessionRow{"display_number", "{display}", " ~ 0 ~ 0", any, any},
-    SessionRow{"display_disk_space", "12{display}{display}", "12 ~ 00:00:00.12 ~ 00:00:00.12", any, any},
+    SessionRow{"mode_button_flips_reading", "1\n{click modeButton}\n", any, "1 = 00:00:00.01|24 (PT)\n1 = 00:00:00.01|24 (PF)\n", any, "log reset clean"},
+    SessionRow{"display_number", "{click displayButton}", " ~ 0 ~ 0", any, any},
+    SessionRow{"display_disk_space", "12{click displayButton}{click displayButton}", "12 ~ 00:00:00.12 ~ 00:00:00.12", any, any},
     SessionRow{"smpte_in_and_out", "{smpte}01:00:00:00*2\n", "01:00:00:00*2 ~ 02:00:00:00 ~ 02:00:00:00", "01:00:00:00|24*2 = 02:00:00:00|24 (PT)\n", any},
     SessionRow{"back_to_classic", "{smpte}01:00:00:00*2\n{classic}", "01:00:00:00*2 ~ 02:00:00.00 ~ 02:00:00.00", any, any},
     SessionRow{"side_calculators_paste", "{2K10bit}{35mm4perf}1500{disk}{film}", any, "1500 frame(s) approximate\n     14.6 GB as RGB 10 bit, 2K, 1.85:1\n     24.3 min over 100 MBit Ethernet (~10 MByte/sec)\n1500 frame(s) approximate\n     28.85 m as 35 mm 4 perf\n", "1500", "log reset pt"},
     SessionRow{"film_in_feet", "{35mm4perf}{feet}1500{film}", any, "1500 frame(s) approximate\n     93.75 ft as 35 mm 4 perf\n", any},
     SessionRow{"rejected_paste_writes_nothing", "1+{film}", any, "", "1+", "reset pt"},
-    SessionRow{"history_remembers_once", "1+2\n{clear}3\n{clear}1+2\n{pick1}", "3 ~ 00:00:00.03 ~ 00:00:00.03", any, "1+2,3", "log reset pt"},
-    SessionRow{"history_entry_into_input", "01:00:00.00|25*2\n{clear}5&6\n{pick2}", "01:00:00.00|25*2 ~ 02:00:00.00 ~ 02:05:00.00", any, any}),
+    SessionRow{"history_remembers_once", "1+2\n{clear}3\n{clear}1+2\n{pick 1}", "3 ~ 00:00:00.03 ~ 00:00:00.03", any, "1+2,3", "log reset pt"},
+    SessionRow{"history_entry_into_input", "01:00:00.00|25*2\n{clear}5&6\n{pick 2}", "01:00:00.00|25*2 ~ 02:00:00.00 ~ 02:05:00.00", any, any}),
     rowName<SessionRow>);
 // clang-format on
 
@@ -300,8 +286,8 @@ TEST_F(Display, RateButtonAndPopUpReachEveryCode) {
               "00:00:01.00 00:00:00.48 00:00:02.00");
     // Choosing a separator of the pop-up keeps the rate; a tag that is no rate never reaches the
     // engine.
-    const std::pair<int, int> positions[] = {{0, 3},   {4, 2},  {5, 2},   {7, 6},   {9, 7},
-                                             {11, 10}, {12, 9}, {13, 9}, {14, 11}, {15, 12}, {1, 0}};
+    const std::pair<int, int> positions[] = {{0, 3},  {4, 2},  {5, 2},   {7, 6},   {9, 7}, {11, 10},
+                                             {12, 9}, {13, 9}, {14, 11}, {15, 12}, {1, 0}};
     for (const auto& [position, code] : positions) {
         ui().fpsPopUp->setCurrentIndex(position);
         calc.changeDisplayFrameRate(ui().fpsPopUp);
