@@ -231,41 +231,35 @@ QList<int> checkedTags(QMenu* menu) {
     return tags;
 }
 
-struct ViewRow {
-    const char* name;
-    int state;
-    std::array<bool, 7>
-        shown;  // results, disk field, comment, disk pop-ups, film field, film pop-ups, keys
-};
+using Display = ControllerFixture;
 
-class DisplayStates : public ControllerFixture, public testing::WithParamInterface<ViewRow> {};
-
-TEST_P(DisplayStates, ShowTheirOwnViews) {
+// Each display state shows its own views and checks its own menu item.
+TEST_F(Display, StatesShowTheirOwnViews) {
     auto& calc = start();
     auto menu = taggedMenu(4, -2);
     calc.setDisplayModeMenu(menu.get());
-    QAction choice;
-    choice.setProperty("tag", GetParam().state);
-    calc.changeDisplayMode(&choice);
-    const std::array<bool, 7> shown{
-        ui().resultField->isVisible(),     ui().resultDiskSpaceField2->isVisible(),
-        ui().commentTF1->isVisible(),      ui().diskSpacePupUpView->isVisible(),
-        ui().filmResultField->isVisible(), ui().filmLengthView->isVisible(),
-        ui().buttonView->isVisible()};
-    EXPECT_EQ(shown, GetParam().shown);
-    EXPECT_EQ(checkedTags(menu.get()), QList<int>{GetParam().state});
+    for (const auto& [state, views] : {std::pair{DisplayStateTime, "results keys"},
+                                       {DisplayStateNumber, "results keys"},
+                                       {DisplayStateDiskSpace, "disk-field comment disk"},
+                                       {DisplayStateFilmLength, "film-field film"}}) {
+        QAction choice;
+        choice.setProperty("tag", state);
+        calc.changeDisplayMode(&choice);
+        QStringList shown;
+        for (const auto& [view, widget] : std::initializer_list<std::pair<QString, QWidget*>>{
+                 {"results", ui().resultField},
+                 {"disk-field", ui().resultDiskSpaceField2},
+                 {"comment", ui().commentTF1},
+                 {"disk", ui().diskSpacePupUpView},
+                 {"film-field", ui().filmResultField},
+                 {"film", ui().filmLengthView},
+                 {"keys", ui().buttonView}}) {
+            if (widget->isVisible()) shown << view;
+        }
+        EXPECT_EQ(shown.join(' '), views);
+        EXPECT_EQ(checkedTags(menu.get()), QList<int>{state});
+    }
 }
-
-// clang-format off
-INSTANTIATE_TEST_SUITE_P(Views, DisplayStates, testing::Values(
-    ViewRow{"time", DisplayStateTime, {true, false, false, false, false, false, true}},
-    ViewRow{"number", DisplayStateNumber, {true, false, false, false, false, false, true}},
-    ViewRow{"disk_space", DisplayStateDiskSpace, {false, true, true, true, false, false, false}},
-    ViewRow{"film_length", DisplayStateFilmLength, {false, false, false, false, true, true, false}}),
-    rowName<ViewRow>);
-// clang-format on
-
-using Display = ControllerFixture;
 
 TEST_F(Display, RateButtonAndPopUpReachEveryCode) {
     auto& calc = start();

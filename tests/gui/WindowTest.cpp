@@ -48,25 +48,15 @@ protected:
     }
 };
 
-TEST_F(WindowToggle, FirstToggleOpensTo500KeepingTheTopEdge) {
+// The first toggle opens to 500 keeping the top edge; the next collapse remembers a dragged
+// height, even when toggles come during the animation; dragging near collapsed snaps shut.
+TEST_F(WindowToggle, OpensCollapsesAndRemembersTheDraggedHeight) {
     auto& calc = start();
     const int top = calc.calcWindow()->geometry().top();
     EXPECT_FALSE(ui().saveButton->isEnabled());
     EXPECT_EQ(heightAfterToggle(), 500);
     EXPECT_EQ(calc.calcWindow()->geometry().top(), top);
-    EXPECT_TRUE(calc.logExpanded());
-    EXPECT_TRUE(ui().saveButton->isEnabled());
-    EXPECT_TRUE(ui().clearButton->isEnabled());
-    EXPECT_EQ(heightAfterToggle(), 252);
-    EXPECT_EQ(calc.storedHeight(), 500.0);
-    EXPECT_FALSE(ui().clearButton->isEnabled());
-    EXPECT_EQ(heightAfterToggle(), 500);
-}
-
-// The next collapse remembers a dragged height, even when toggles come during the animation.
-TEST_F(WindowToggle, DraggedHeightIsRememberedThroughQuickToggles) {
-    auto& calc = start();
-    heightAfterToggle();
+    EXPECT_TRUE(ui().saveButton->isEnabled() && ui().clearButton->isEnabled());
     calc.calcWindow()->resize(calc.calcWindow()->width(), 400);
     QTest::qWait(50);
     EXPECT_EQ(calc.calcWindow()->height(), 400);
@@ -77,17 +67,12 @@ TEST_F(WindowToggle, DraggedHeightIsRememberedThroughQuickToggles) {
     QTest::qWait(400);
     EXPECT_EQ(calc.calcWindow()->height(), 252);
     EXPECT_EQ(calc.storedHeight(), 400.0);
+    EXPECT_FALSE(ui().clearButton->isEnabled());
     EXPECT_EQ(heightAfterToggle(), 400);
-}
-
-TEST_F(WindowToggle, DraggingNearCollapsedSnapsShut) {
-    auto& calc = start();
-    heightAfterToggle();
     calc.calcWindow()->resize(calc.calcWindow()->width(), 265);
     QTest::qWait(50);
     EXPECT_EQ(calc.calcWindow()->height(), 252);
-    EXPECT_FALSE(calc.logExpanded());
-    EXPECT_FALSE(ui().saveButton->isEnabled());
+    EXPECT_FALSE(calc.logExpanded() || ui().saveButton->isEnabled());
 }
 
 TEST_F(WindowToggle, FrameIsRestoredAtTheNextStart) {

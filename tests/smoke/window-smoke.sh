@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
 # Starts the real calculator in a real X server and uses it from the keyboard alone: types an
 # expression, finishes it with Return, opens and closes the history menu and presses Return again,
-# switches the display with a menu shortcut, saves the log
-# through File > Save Log (Ctrl+S) and takes a screenshot. Passes when the window appeared, the
-# program is still running, and the saved file holds the calculation line in Mac OS Roman.
+# switches the display with a menu shortcut, saves the log through File > Save Log (Ctrl+S), takes
+# a screenshot and starts Vantrel a second time. Passes when the window appeared, the saved file
+# holds the calculation line in Mac OS Roman, and the second start handed over to the first.
 #
 #   window-smoke.sh VANTREL_BINARY SCREENSHOT.xwd
 set -euo pipefail
@@ -46,4 +46,9 @@ expected='01:00:00.00|25*2 = 02:00:00.00|24 (PT)'
     exit 1
 }
 grep -q 'CalculatorExpressionHistory=01:00:00.00|25\*2' "$work/config/Glessik/Vantrel.conf"
+
+# A second start hands over to the running calculator and ends, leaving one window.
+timeout 10 "$binary" || { echo "the second start did not end by itself" >&2; exit 1; }
+windows=$(xdotool search --onlyvisible --name '^Vantrel$' | wc -l)
+kill -0 "$pid" && [ "$windows" -eq 1 ] || { echo "expected one calculator, found $windows" >&2; exit 1; }
 echo "window used from the keyboard, log saved, screenshot in $screenshot"
