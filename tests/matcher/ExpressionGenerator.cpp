@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "Grammar.h"
 #include "GrammarExamples.h"
 
 namespace vantrel::matcher_tests {
@@ -18,6 +19,9 @@ std::string repeated(std::string_view piece, int times) {
 }
 
 }  // namespace
+
+ExpressionGenerator::ExpressionGenerator(std::uint64_t seed)
+    : m_state(seed), m_grammar(grammarText(Flavour::PT)) {}
 
 // splitmix64: small, fast, and the same sequence on every platform and standard library.
 std::uint32_t ExpressionGenerator::below(std::size_t bound) {
@@ -44,79 +48,45 @@ std::string ExpressionGenerator::next() {
         return text;
     }
     if (kind < 16) return nestedChain();
-    // Oniguruma's work grows threefold and more with every level, so deep nesting is rare.
-    const std::uint32_t roll = below(1000);
-    int depth = 0;
-    for (const std::uint32_t bound : {450u, 750u, 920u, 985u, 996u}) depth += roll >= bound;
-    std::string text = expression(depth);
+    std::string text;
+    while (!walk(m_grammar.root(), 0, text)) text.clear();
     return chance(30) ? disturbed(std::move(text)) : text;
 }
 
-std::string ExpressionGenerator::digits(std::uint32_t count) {
-    std::string text;
-    for (; count > 0; --count) text += pick("0123456789");
-    return text;
-}
-
-std::string ExpressionGenerator::blanks() {
-    constexpr std::array<std::string_view, 9> kBlanks{"",   "",   "",   " ",     " ",
-                                                      "\t", "  ", "\n", "\r\v\f"};
-    return std::string(kBlanks[below(kBlanks.size())]);
-}
-
-// Mostly a rate suffix; now and then a near miss: wrong case, too short, doubled, unknown, bare.
-std::string ExpressionGenerator::suffix() {
-    constexpr std::array<std::string_view, 21> kSuffixes{
-        "|24",  "|25",  "|30",  "|23d", "|29d",   "|23n", "|29n", "|48", "|50",  "|60", "|59d",
-        "|47n", "|59n", "|23N", "|2",   "|24|25", "|99",  "|",    "|29", "|25d", "|59"};
-    return std::string(kSuffixes[chance(90) ? below(13) : 13 + below(8)]);
-}
-
-std::string ExpressionGenerator::expression(int depth) {
-    std::string text;
-    do {
-        if (!text.empty()) text += blanks() + pick("++++---****//") + blanks();
-        if (depth == 0 || !chance(35)) {
-            text += operand();
-        } else {
-            text += blanks() + "(" + blanks() + expression(depth - 1) + blanks() +
-                    (chance(5) ? "" : ")") + blanks();
+// Appends a random text of the part. Oniguruma's work grows threefold and more with every level
+// of parentheses, so a walk that goes deeper than a few calls is given up.
+bool ExpressionGenerator::walk(std::uint32_t part, int calls, std::string& text) {
+    const PatternNode& node = m_grammar.nodes()[part];
+    switch (node.kind) {
+        case PatternNode::Kind::Empty:
+            return true;
+        case PatternNode::Kind::Run: {
+            std::string characters;
+            for (int c = 0; c < 256; ++c) {
+                if (node.characters[static_cast<std::size_t>(c)])
+                    characters += static_cast<char>(c);
+            }
+            const std::uint32_t most = std::min(node.maxCount, node.minCount + 3);
+            for (std::uint32_t n = node.minCount + below(most - node.minCount + 1); n > 0; --n) {
+                text += pick(characters);
+            }
+            return true;
         }
-    } while (chance(55));
-    return text;
-}
-
-// A full form (leading zeros, optional hours and minutes, seconds, optional frames and suffix,
-// fields of one to three digits, two most of the time), a short form, a frame count or a number.
-std::string ExpressionGenerator::operand() {
-    const auto field = [this] {
-        const std::uint32_t roll = below(100);
-        return digits(roll < 8 ? 0 : roll < 25 ? 1 : roll < 95 ? 2 : 3);
-    };
-    const std::uint32_t kind = below(100);
-    std::string text = blanks();
-    if (kind < 35) {
-        if (chance(10)) text += repeated("0", static_cast<int>(below(4)));
-        if (chance(60)) text += field() + ":";
-        if (chance(80)) text += field();
-        text += ":" + field();
-        if (chance(65))
-            text += "." + field() + (chance(45) ? suffix() : "");
-        else if (chance(5))
-            text += suffix();
-    } else if (kind < 50) {
-        text +=
-            "0" + digits(chance(5) ? 9 + below(2) : 1 + below(8)) + (chance(40) ? suffix() : "");
-    } else if (kind < 62) {
-        text += pick("123456789") + digits(below(5)) + (chance(5) ? "" : suffix());
-    } else if (kind < 65) {
-        text += "." + digits(1 + below(3));
-    } else {
-        // "0" is never a number: the grammar takes it for the start of a short form.
-        text += (kind < 70 ? '0' : pick("123456789")) + digits(below(5));
-        if (chance(20)) text += "." + digits(below(4));
+        case PatternNode::Kind::Sequence:
+            return walk(node.first, calls, text) && walk(node.second, calls, text);
+        case PatternNode::Kind::Choice:
+            return walk(m_grammar.alternatives()[node.first + below(node.second)], calls, text);
+        case PatternNode::Kind::Star:
+            while (chance(45)) {
+                if (!walk(node.first, calls, text)) return false;
+            }
+            return true;
+        case PatternNode::Kind::History:
+            return walk(node.first, calls, text);
+        case PatternNode::Kind::Call:
+            return calls < 12 && walk(node.first, calls + 1, text);
     }
-    return text + blanks();
+    return false;
 }
 
 // Deep nesting up to where Oniguruma stops finishing within its effort bound: the plainest shapes
