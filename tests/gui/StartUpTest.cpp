@@ -8,6 +8,10 @@
 
 namespace {
 
+constexpr const char* kIndexKeys[]{"CalcResolutionIndex",  "CalcBitDepthIndex",
+                                   "CalcAspectRatioIndex", "CalcTransferSpeedIndex",
+                                   "CalcFilmIndex",        "CalcSystemIndex"};
+
 struct StartRow {
     const char* name;
     std::vector<std::pair<const char*, QVariant>> stored;
@@ -62,10 +66,7 @@ TEST_F(ControllerFixture, OutOfRangeChoicesBehaveAsAFirstStart) {
     };
     const QStringList firstStart = figuresAndLog();
     settings().clear();
-    for (const char* key : {"CalcResolutionIndex", "CalcBitDepthIndex", "CalcAspectRatioIndex",
-                            "CalcTransferSpeedIndex", "CalcFilmIndex", "CalcSystemIndex"}) {
-        settings().setValue(key, 77);
-    }
+    for (const char* key : kIndexKeys) settings().setValue(key, 77);
     EXPECT_EQ(figuresAndLog(), firstStart);
 }
 
@@ -74,8 +75,7 @@ TEST_F(ControllerFixture, ChoicesAreStoredOnlyWhenTheyChange) {
     auto& calc = start();
     settings().sync();
     QStringList stored;
-    for (const char* key : {"CalcResolutionIndex", "CalcBitDepthIndex", "CalcAspectRatioIndex",
-                            "CalcTransferSpeedIndex", "CalcFilmIndex", "CalcSystemIndex"}) {
+    for (const char* key : kIndexKeys) {
         if (settings().contains(key)) stored << settings().value(key).toString();
     }
     EXPECT_EQ(stored.join(","), "3,2,4");
@@ -111,13 +111,7 @@ TEST_F(ControllerFixture, TimecodeNotationIsStoredAndRestored) {
 }
 
 // Every closed pop-up shows each of its captions whole, at the default font and at 150 %.
-class Captions : public ControllerFixture, public testing::WithParamInterface<double> {
-protected:
-    void TearDown() override {
-        QApplication::setFont(QFont());
-        ControllerFixture::TearDown();
-    }
-};
+class Captions : public ControllerFixture, public testing::WithParamInterface<double> {};
 
 TEST_P(Captions, FitTheirPopUps) {
     QFont font = QApplication::font();
@@ -144,6 +138,7 @@ TEST_P(Captions, FitTheirPopUps) {
             }
         }
     }
+    QApplication::setFont(QFont());
 }
 
 INSTANTIATE_TEST_SUITE_P(Scales, Captions, testing::Values(1.0, 1.5));
