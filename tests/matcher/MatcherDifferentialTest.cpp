@@ -7,8 +7,8 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <cstdio>
 #include <cstdlib>
+#include <iostream>
 #include <map>
 #include <string>
 
@@ -48,14 +48,11 @@ TEST(MatcherDifferential, SameMatchesAndCaptureTreesAsOniguruma) {
         }
     }
     const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - started;
-    std::printf(
-        "seed %llu, %llu texts in %.1f s: %llu same match (%llu of the whole text), %llu "
-        "no match in either, %llu skipped (Oniguruma reached its effort bound)\n",
-        static_cast<unsigned long long>(seed), static_cast<unsigned long long>(cases),
-        seconds.count(), static_cast<unsigned long long>(tally[Outcome::SameMatch]),
-        static_cast<unsigned long long>(wholeText),
-        static_cast<unsigned long long>(tally[Outcome::NoMatchInEither]),
-        static_cast<unsigned long long>(tally[Outcome::ReferenceGaveUp]));
+    std::cout << "seed " << seed << ", " << cases << " texts in " << seconds.count()
+              << " s: " << tally[Outcome::SameMatch] << " same match (" << wholeText
+              << " of the whole text), " << tally[Outcome::NoMatchInEither]
+              << " no match in either, " << tally[Outcome::ReferenceGaveUp]
+              << " skipped (Oniguruma reached its effort bound)" << std::endl;
     // The comparison proves something only when Oniguruma answers nearly always and the texts
     // are mostly ones with a match to compare.
     const std::uint64_t comparisons = 4 * cases;
