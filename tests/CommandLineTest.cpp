@@ -88,8 +88,8 @@ struct JsonRow {
 class JsonOutput : public testing::TestWithParam<JsonRow> {};
 
 TEST_P(JsonOutput, ParsesBackWithItsKeys) {
-    std::vector<std::string> arguments{"--json"};
-    arguments.insert(arguments.end(), GetParam().arguments.begin(), GetParam().arguments.end());
+    auto arguments = GetParam().arguments;
+    arguments.insert(arguments.begin(), "--json");
     const CliRun result = run(arguments, "");
     ASSERT_TRUE(result.output.ends_with('\n'));
     const auto line = nlohmann::json::parse(result.output);

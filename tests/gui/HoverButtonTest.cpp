@@ -4,7 +4,6 @@
 #include <QCursor>
 #include <QEnterEvent>
 #include <QLineEdit>
-#include <QSignalSpy>
 #include <QTest>
 #include <QVBoxLayout>
 
@@ -130,15 +129,12 @@ TEST(HoverButton, TakesFocusFromTheKeyboardOnlyAndShowsIt) {
     window.activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
     field->setFocus();
-    QSignalSpy clicked(button, &QToolButton::clicked);
     QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(20, 10));
     EXPECT_TRUE(field->hasFocus());
     EXPECT_EQ(qAlpha(button->rendered().pixel(20, 0)), 0);
     QTest::keyClick(field, Qt::Key_Tab);
     ASSERT_TRUE(button->hasFocus());
     EXPECT_GT(qAlpha(button->rendered().pixel(20, 0)), 0);
-    QTest::keyClick(button, Qt::Key_Space);
-    EXPECT_EQ(clicked.count(), 2);
 }
 
 }  // namespace

@@ -230,8 +230,9 @@ QList<int> checkedTags(QMenu* menu) {
 
 using Display = ControllerFixture;
 
-// Each display state shows its own views and checks its own menu item.
-TEST_F(Display, StatesShowTheirOwnViews) {
+// Each display state shows its own views and checks its own menu item. Ctrl+T checks the active
+// mode's item before it reaches the calculator; the check must stay.
+TEST_F(Display, ViewsAndMenusFollowTheStateAndReading) {
     auto& calc = start();
     auto menu = taggedMenu(4, -2);
     calc.setDisplayModeMenu(menu.get());
@@ -256,6 +257,17 @@ TEST_F(Display, StatesShowTheirOwnViews) {
         EXPECT_EQ(shown.join(' '), views);
         EXPECT_EQ(checkedTags(menu.get()), QList<int>{state});
     }
+    auto modes = taggedMenu(2);
+    calc.setDisplayCalcModeMenu(modes.get());
+    QAction* pt = modes->actions()[1];
+    pt->setChecked(true);
+    pt->trigger();
+    calc.toggleCalcMode(pt);
+    EXPECT_EQ(checkedTags(modes.get()), QList<int>{1});
+    QTest::mouseClick(ui().modeButton, Qt::LeftButton);
+    EXPECT_EQ(checkedTags(modes.get()), QList<int>{0});
+    EXPECT_EQ(ui().resultField2->palette().color(QPalette::Text), QColor(55, 63, 70));
+    EXPECT_EQ(ui().resultField->palette().color(QPalette::Text), QColor(207, 208, 197));
 }
 
 TEST_F(Display, RateButtonAndPopUpReachEveryCode) {
@@ -288,22 +300,6 @@ TEST_F(Display, RateButtonAndPopUpReachEveryCode) {
     foreign.setProperty("tag", 13);
     calc.changeDisplayFrameRate(&foreign);
     EXPECT_EQ(calc.calculator().fps(), DisplayState24fps);
-}
-
-// Ctrl+T checks the active item before it reaches the calculator; the check must stay.
-TEST_F(Display, ModeItemsAndFieldsFollowTheActiveReading) {
-    auto& calc = start();
-    auto menu = taggedMenu(2);
-    calc.setDisplayCalcModeMenu(menu.get());
-    QAction* pt = menu->actions()[1];
-    pt->setChecked(true);
-    pt->trigger();
-    calc.toggleCalcMode(pt);
-    EXPECT_EQ(checkedTags(menu.get()), QList<int>{1});
-    QTest::mouseClick(ui().modeButton, Qt::LeftButton);
-    EXPECT_EQ(checkedTags(menu.get()), QList<int>{0});
-    EXPECT_EQ(ui().resultField2->palette().color(QPalette::Text), QColor(55, 63, 70));
-    EXPECT_EQ(ui().resultField->palette().color(QPalette::Text), QColor(207, 208, 197));
 }
 
 // Screen readers: every control says what it is and does, the keyboard visits the controls in
