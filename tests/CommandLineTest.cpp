@@ -50,11 +50,9 @@ INSTANTIATE_TEST_SUITE_P(Cases, CommandLineContract, testing::Values(
     CliRow{"readings_differ", {"--rate=25", "-d", "number", "00:00:01.00|24"}, "", "25\t24\n", 0},
     CliRow{"rejected_leaves_fields_empty", {"5|25", "1+2"}, "", "\t\n00:00:00.03\t00:00:00.03\n", 1},
     CliRow{"lazy_takes_first_match", {"-l", "--display", "number", "5|25"}, "", "5\t5\n", 0},
-    CliRow{"lazy_number_bound", {"--lazy", "-d", "number", "1234567890"}, "", "1234567936\t1234567936\n", 0},
     CliRow{"overflow_sign_is_utf8", {"-d", "number", "9999999999"}, "", "\xE2\x88\x9E\t\xE2\x88\x9E\n", 0},
     CliRow{"smpte_in_and_out", {"-r", "29d", "--notation", "smpte", "00:00:59;29+1", "01:00:00:00"}, "", "00:01:00;02\t00:01:00;02\n01:00:00;00\t01:00:00;00\n", 0},
     CliRow{"unknown_notation", {"--notation=iso", "1"}, "", "", 2},
-    CliRow{"beautify", {"-b", "-r", "25", "01:00:00.00 + 0100 * 2"}, "", "01:00:00.00|25+00:00:01.00|25*2\n", 0},
     CliRow{"beautify_status_follows_evaluation", {"-b", "1:2:3.4|23n", "1+"}, "", "01:02:03.04|23n\n1+\n", 1},
     CliRow{"expression_after_double_dash", {"--", "-1"}, "", "\t\n", 1},
     CliRow{"options_end_at_first_expression", {"1", "-r"}, "", "00:00:00.01\t00:00:00.01\n\t\n", 1},
@@ -111,15 +109,10 @@ INSTANTIATE_TEST_SUITE_P(Lines, JsonOutput, testing::Values(
     rowName<JsonRow>);
 // clang-format on
 
-TEST(CommandLine, HelpAndVersion) {
-    const CliRun help = run({"--help"}, "");
-    EXPECT_EQ(help.status, 0);
-    EXPECT_TRUE(help.output.starts_with("Usage: vantrel-calc [options] [--] [EXPRESSION ...]"));
-    const CliRun version = run({"--version"}, "");
-    EXPECT_EQ(version.status, 0);
-    EXPECT_TRUE(version.output.starts_with("vantrel-calc ")) << version.output;
-    const CliRun wrong = run({"-r", "26"}, "");
-    EXPECT_NE(wrong.errors.find("unknown frame rate '26'"), std::string::npos) << wrong.errors;
+TEST(CommandLine, HelpVersionAndErrors) {
+    EXPECT_TRUE(run({"--help"}, "").output.starts_with("Usage: vantrel-calc [options] [--] [EXPR"));
+    EXPECT_TRUE(run({"--version"}, "").output.starts_with("vantrel-calc "));
+    EXPECT_TRUE(run({"-r", "26"}, "").errors.starts_with("vantrel-calc: unknown frame rate '26'"));
 }
 
 }  // namespace
