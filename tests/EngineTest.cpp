@@ -325,16 +325,14 @@ TEST(Evaluator, RejectedTextKeepsTheCachedResultsAndTheStackEmpty) {
 // Over a whole day: every real frame gets a label that is never a skipped one, and reading the
 // label back gives the frame.
 TEST(DropFrame, RoundTripsEveryWholeFrameOfTheFirstDay) {
-    for (const int code : {DisplayState23drop, DisplayState29drop, DisplayState59drop}) {
-        const std::int64_t labelsPerMinute = code == DisplayState23drop   ? 1440
-                                             : code == DisplayState29drop ? 1800
-                                                                          : 3600;
-        const std::int64_t dropped = code == DisplayState59drop ? 4 : 2;
+    for (const auto& [code, labelsPerMinute, dropped] : {std::tuple{DisplayState23drop, 1440, 2},
+                                                         {DisplayState29drop, 1800, 2},
+                                                         {DisplayState59drop, 3600, 4}}) {
         const int day = static_cast<int>(24 * 600 * (10 * labelsPerMinute - 9 * dropped) / 10);
         for (int x = 0; x < day; ++x) {
-            const auto label = static_cast<std::int64_t>(Calc::dropFCfromRealFC(x, code));
-            const std::int64_t minute = label / labelsPerMinute;
-            ASSERT_FALSE(label % labelsPerMinute < dropped && minute % 10 != 0) << x;
+            const auto label = static_cast<int>(Calc::dropFCfromRealFC(x, code));
+            ASSERT_FALSE(label % labelsPerMinute < dropped && label / labelsPerMinute % 10 != 0)
+                << x;
             ASSERT_EQ(Calc::realFCfromDropFC(static_cast<double>(label), code), x) << code;
         }
     }

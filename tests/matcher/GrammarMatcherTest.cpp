@@ -68,9 +68,9 @@ INSTANTIATE_TEST_SUITE_P(Grammar, CaptureTrees, testing::Values(
     rowName<TreeRow>);
 // clang-format on
 
-// The PF copy differs only in group names; the six HD rates follow the classic seven in each of
-// the three suffix lists.
-TEST(Grammar, CopiesAndGroupsAreAsOnigurumaNamesThem) {
+// The PF copy differs only in group names (which the differential test compares with Oniguruma's);
+// the six HD rates follow the classic seven in each of the three suffix lists.
+TEST(Grammar, CopiesDifferOnlyInNamesAndHDRates) {
     EXPECT_EQ(grammarText(Flavour::PF).size(), kGrammarPT.size());
     std::string classic(kGrammarPT);
     const std::string hdSuffixes = R"(|(?:\|48)|(?:\|50)|(?:\|60)|(?:\|59d)|(?:\|47n)|(?:\|59n))";
@@ -80,14 +80,6 @@ TEST(Grammar, CopiesAndGroupsAreAsOnigurumaNamesThem) {
         classic.erase(at, hdSuffixes.size());
     }
     EXPECT_EQ(classic.size(), 763u);
-    for (const Flavour flavour : kFlavours) {
-        const GrammarPattern& pattern = grammarMatcher(flavour).pattern();
-        EXPECT_EQ(pattern.groupCount(), 30u);
-        for (std::uint32_t group = 0; group <= 32; ++group) {
-            EXPECT_EQ(pattern.groupName(group),
-                      grammar(flavour).groupName(static_cast<int>(group)));
-        }
-    }
 }
 
 std::string nested(std::size_t depth, std::string_view open, std::string_view close) {

@@ -19,15 +19,14 @@ namespace vantrel::matcher_tests {
 
 namespace {
 
-std::uint64_t environmentNumber(const char* name, std::uint64_t fallback) {
-    const char* text = std::getenv(name);
-    return text && *text ? std::strtoull(text, nullptr, 10) : fallback;
-}
-
 TEST(MatcherDifferential, SameMatchesAndCaptureTreesAsOniguruma) {
     using Outcome = OnigurumaComparison::Outcome;
-    const std::uint64_t cases = environmentNumber("VANTREL_DIFF_CASES", 100'000);
-    const std::uint64_t seed = environmentNumber("VANTREL_DIFF_SEED", 1);
+    const auto setting = [](const char* name, const char* fallback) {
+        const char* text = std::getenv(name);
+        return std::stoull(text && *text ? text : fallback);
+    };
+    const std::uint64_t cases = setting("VANTREL_DIFF_CASES", "100000");
+    const std::uint64_t seed = setting("VANTREL_DIFF_SEED", "1");
     ExpressionGenerator generator(seed);
     OnigurumaComparison comparison;
     std::map<Outcome, std::uint64_t> tally;
