@@ -92,6 +92,7 @@ std::string evaluated(const EngineRow& row) {
     if (kModes.contains(call)) {
         const auto eager = text(calc.evalPT(input, kModes.at(call)));
         const auto lazy = text(calc.lazyevalPT(input, kModes.at(call)));
+        EXPECT_FALSE(calc.pop()) << "a value left on the stack";
         return eager == lazy ? eager : eager + " / " + lazy;
     }
     const auto [frames, rows] = framesAndRows(input);
@@ -301,7 +302,7 @@ INSTANTIATE_TEST_SUITE_P(Engine, EngineCases, testing::Values<EngineRow>(
     rowName<EngineRow>);
 // clang-format on
 
-TEST(Evaluator, RejectedTextKeepsTheCachedResultsAndTheStackEmpty) {
+TEST(Evaluator, RejectedTextKeepsTheCachedResults) {
     Calc calc;
     calc.setFps(DisplayState25fps);
     ASSERT_TRUE(calc.evalPT("00:00:01.00|24", DisplayStateTime));
@@ -315,11 +316,6 @@ TEST(Evaluator, RejectedTextKeepsTheCachedResultsAndTheStackEmpty) {
     EXPECT_EQ(calc.evalPTToFrames("16777217"), 16777217.0);
     EXPECT_EQ(calc.evalPFToFrames("1/4"), 0.25);
     EXPECT_EQ(calc.evalPT(std::string(400, '9'), DisplayStateNumber), "∞");
-    for (const char* expression : {"1+2*3", "2*3*01:00:00.00|25*4", "1+", "abc", "(1+(2-3))*4"}) {
-        (void)calc.evalPT(expression, DisplayStateTime);
-        (void)calc.lazyevalPF(expression, DisplayStateTime);
-        EXPECT_EQ(calc.pop(), std::nullopt) << expression;
-    }
 }
 
 // Over a whole day: every real frame gets a label that is never a skipped one, and reading the

@@ -4,7 +4,6 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QMainWindow>
 #include <QRegularExpression>
 #include <QSettings>
 #include <QSignalSpy>

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <QMainWindow>
 #include <QSettings>
 #include <QTest>
 #include <memory>
@@ -19,7 +18,6 @@ inline void PrintTo(const QString& text, std::ostream* stream) {
 class ControllerFixture : public testing::Test {
 protected:
     void SetUp() override { settings().clear(); }
-    void TearDown() override { settings().clear(); }
 
     static QSettings& settings() {
         static QSettings store(QStringLiteral("Glessik"), QStringLiteral("Vantrel"));

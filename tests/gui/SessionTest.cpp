@@ -6,7 +6,6 @@
 #include <QRegularExpression>
 #include <QTextBlock>
 #include <QTextLayout>
-#include <QWindow>
 #include <functional>
 #include <map>
 
@@ -191,9 +190,8 @@ TEST_F(Entry, HistoryIsOnDiskAtOnceAndItsMenuBuiltAnew) {
     EXPECT_EQ(settings().value("CalculatorExpressionHistory").toStringList().size(), 125);
     type("1:0:5");
     pressReturn();
-    const QStringList written = QSettings(QStringLiteral("Glessik"), QStringLiteral("Vantrel"))
-                                    .value("CalculatorExpressionHistory")
-                                    .toStringList();
+    settings().sync();  // reads what is on disk now
+    const QStringList written = settings().value("CalculatorExpressionHistory").toStringList();
     EXPECT_EQ(written.size(), 121);
     EXPECT_EQ(written.last(), "01:00:05.00|24");
     calc.clearExpressionHistory(nullptr);

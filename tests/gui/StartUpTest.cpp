@@ -104,7 +104,6 @@ TEST_F(ControllerFixture, TimecodeNotationIsStoredAndRestored) {
     EXPECT_TRUE(smpte.isChecked() && !classic.isChecked());
     calc.changeTimecodeNotation(&classic);
     EXPECT_TRUE(classic.isChecked() && !smpte.isChecked());
-    settings().sync();
     EXPECT_EQ(settings().value("TimecodeNotation").toString(), "classic");
     settings().setValue("TimecodeNotation", "SMPTE");
     EXPECT_EQ(start().timecodeNotation(), vantrel::TimecodeNotation::Classic);

@@ -1,5 +1,4 @@
 #include <QFile>
-#include <QMainWindow>
 #include <QTemporaryDir>
 #include <QTextBlock>
 #include <QTextLayout>
