@@ -231,13 +231,12 @@ TEST_F(Display, ViewsAndMenusFollowTheStateAndReading) {
     auto& calc = start();
     auto menu = taggedMenu(4, -2);
     calc.setDisplayModeMenu(menu.get());
-    for (const auto& [state, views] : {std::pair{DisplayStateTime, "results keys"},
-                                       {DisplayStateNumber, "results keys"},
+    // The display button steps from time to number, disk space, film length and back.
+    for (const auto& [state, views] : {std::pair{DisplayStateNumber, "results keys"},
                                        {DisplayStateDiskSpace, "disk-field comment disk"},
-                                       {DisplayStateFilmLength, "film-field film"}}) {
-        QAction choice;
-        choice.setProperty("tag", state);
-        calc.changeDisplayMode(&choice);
+                                       {DisplayStateFilmLength, "film-field film"},
+                                       {DisplayStateTime, "results keys"}}) {
+        QTest::mouseClick(ui().displayButton, Qt::LeftButton);
         QStringList shown;
         for (const auto& [view, widget] : std::initializer_list<std::pair<QString, QWidget*>>{
                  {"results", ui().resultField},
