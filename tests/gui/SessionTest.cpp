@@ -193,6 +193,7 @@ TEST_F(Entry, HistoryIsOnDiskAtOnceAndItsMenuBuiltAnew) {
     settings().sync();  // reads what is on disk now
     const QStringList written = settings().value("CalculatorExpressionHistory").toStringList();
     EXPECT_EQ(written.size(), 121);
+    EXPECT_EQ(calc.lines(), 1);
     EXPECT_EQ(written.last(), "01:00:05.00|24");
     calc.clearExpressionHistory(nullptr);
     // A long press on the button opens the menu without going through showMenu().
