@@ -136,7 +136,7 @@ struct EndStreams::Workspace {
 };
 
 EndStreams::EndStreams(const GrammarPattern& pattern, std::string_view text)
-    : m_pattern(pattern), m_text(text) {
+    : m_pattern(pattern), m_text(text), m_lookahead(pattern, text) {
     if (pattern.nodes().size() > 0xFFFF || text.size() > 0xFFFFFFFFu) {
         throw std::length_error("grammar or text too large for the stream table");
     }
@@ -170,7 +170,7 @@ EndStreams::Stream* EndStreams::streamAt(std::uint32_t part, std::uint32_t start
     Stream* stream = nullptr;
     while (stream == nullptr) {
         // Most parts tried at a position cannot even begin there; they get no stream of their own.
-        if (!m_pattern.nullable(part) && !canStart(part, start)) {
+        if (!m_pattern.nullable(part) && !m_lookahead.canStart(part, start)) {
             stream = m_noEnds;
             break;
         }
@@ -185,11 +185,13 @@ EndStreams::Stream* EndStreams::streamAt(std::uint32_t part, std::uint32_t start
         std::optional<std::uint32_t> alternative;
         if (node.kind == Kind::Call) {
             part = node.first;
-        } else if (node.kind == Kind::Sequence && headKnownWithoutWork(node, start, headEnd)) {
+        } else if (node.kind == Kind::Sequence &&
+                   m_lookahead.headKnownWithoutWork(node, start, headEnd)) {
             if (!headEnd) stream = m_noEnds;
             part = node.second;
             start = headEnd.value_or(start);
-        } else if (node.kind == Kind::Choice && (alternative = soleAlternative(node, start))) {
+        } else if (node.kind == Kind::Choice &&
+                   (alternative = m_lookahead.soleAlternative(node, start))) {
             part = *alternative;
         } else {
             stream = newStream(part, start);
@@ -197,45 +199,6 @@ EndStreams::Stream* EndStreams::streamAt(std::uint32_t part, std::uint32_t start
     }
     for (const std::uint64_t key : keys) m_space->streams.insert(key, stream);
     return stream;
-}
-
-bool EndStreams::canStart(std::uint32_t part, std::uint32_t start) const {
-    return start < m_text.size() &&
-           m_pattern.firstCharacters(part)[static_cast<unsigned char>(m_text[start])];
-}
-
-// True when the list of a sequence's first part at the position is plain to see: no end at all
-// (`end` left empty), or a single end reached without any capture, such as "\\(" before a
-// parenthesis, a run that never gives back, or "\\s*" and an optional part where the text offers
-// neither.
-bool EndStreams::headKnownWithoutWork(const PatternNode& sequence, std::uint32_t start,
-                                      std::optional<std::uint32_t>& end) const {
-    const std::uint32_t head = sequence.first;
-    const PatternNode& node = m_pattern.nodes()[head];
-    if (node.kind == Kind::Run) {
-        const std::uint32_t length = runLength(node, start);
-        if (length > node.minCount && !sequence.headTakesAll) return false;
-        if (length >= node.minCount) end = start + length;
-        return true;
-    }
-    if (!m_pattern.nullable(head) || canStart(head, start) || m_pattern.capturesWhenEmpty(head)) {
-        return false;
-    }
-    end = start;
-    return true;
-}
-
-// The one alternative of a choice that can match at the position, if only one can.
-std::optional<std::uint32_t> EndStreams::soleAlternative(const PatternNode& choice,
-                                                         std::uint32_t start) const {
-    std::optional<std::uint32_t> sole;
-    for (std::uint32_t i = 0; i < choice.second; ++i) {
-        const std::uint32_t alternative = m_pattern.alternatives()[choice.first + i];
-        if (!m_pattern.nullable(alternative) && !canStart(alternative, start)) continue;
-        if (sole) return std::nullopt;
-        sole = alternative;
-    }
-    return sole;
 }
 
 EndStreams::Stream* EndStreams::newStream(std::uint32_t part, std::uint32_t start) {
@@ -248,22 +211,13 @@ EndStreams::Stream* EndStreams::newStream(std::uint32_t part, std::uint32_t star
         stream->finished = true;
     } else if (stream->part->kind == Kind::Run) {
         // Greedy: the longest run first, then one character fewer at a time.
-        const std::uint32_t length = runLength(*stream->part, start);
+        const std::uint32_t length = m_lookahead.runLength(*stream->part, start);
         for (std::uint32_t n = length + 1; n-- > stream->part->minCount;) {
             append(*stream, start + n, nullptr);
         }
         stream->finished = true;
     }
     return stream;
-}
-
-std::uint32_t EndStreams::runLength(const PatternNode& run, std::uint32_t start) const {
-    std::uint32_t length = 0;
-    while (length < run.maxCount && start + length < m_text.size() &&
-           run.characters[static_cast<unsigned char>(m_text[start + length])]) {
-        ++length;
-    }
-    return length;
 }
 
 void EndStreams::require(Stream* stream, std::uint32_t index) {

@@ -8,6 +8,7 @@
 
 #include "GrammarMatch.h"
 #include "GrammarPattern.h"
+#include "Lookahead.h"
 
 namespace vantrel {
 
@@ -40,12 +41,6 @@ private:
 
     Stream* streamAt(std::uint32_t part, std::uint32_t start);
     Stream* newStream(std::uint32_t part, std::uint32_t start);
-    bool canStart(std::uint32_t part, std::uint32_t start) const;
-    bool headKnownWithoutWork(const PatternNode& sequence, std::uint32_t start,
-                              std::optional<std::uint32_t>& end) const;
-    std::optional<std::uint32_t> soleAlternative(const PatternNode& choice,
-                                                 std::uint32_t start) const;
-    std::uint32_t runLength(const PatternNode& run, std::uint32_t start) const;
 
     void require(Stream* stream, std::uint32_t index);
     Request advance(Stream& stream);
@@ -64,6 +59,7 @@ private:
 
     const GrammarPattern& m_pattern;
     std::string_view m_text;
+    Lookahead m_lookahead;
     std::unique_ptr<Workspace> m_space;
     Stream* m_noEnds = nullptr;
 };

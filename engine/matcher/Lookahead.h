@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+#include "GrammarPattern.h"
+
+namespace vantrel {
+
+/// What a part of the pattern can do at a position of the text that the pattern and the text show
+/// without any matching: whether it can begin there, how far a run reaches, and the cases where a
+/// part's whole list of ends is plain to see. The end streams use it to skip work that would fail
+/// at once or that another stream already does.
+class Lookahead {
+public:
+    Lookahead(const GrammarPattern& pattern, std::string_view text)
+        : m_pattern(pattern), m_text(text) {}
+
+    /// Whether a non-empty match of the part can begin at the position.
+    bool canStart(std::uint32_t part, std::uint32_t start) const;
+    /// How many characters from the position the run takes at the most.
+    std::uint32_t runLength(const PatternNode& run, std::uint32_t start) const;
+    /// True when the list of a sequence's first part at the position is plain to see: no end at
+    /// all (`end` left empty), or a single end reached without any capture, such as "\\(" before a
+    /// parenthesis, a run that never gives back, or "\\s*" and an optional part where the text
+    /// offers neither.
+    bool headKnownWithoutWork(const PatternNode& sequence, std::uint32_t start,
+                              std::optional<std::uint32_t>& end) const;
+    /// The one alternative of a choice that can match at the position, if only one can.
+    std::optional<std::uint32_t> soleAlternative(const PatternNode& choice,
+                                                 std::uint32_t start) const;
+
+private:
+    const GrammarPattern& m_pattern;
+    std::string_view m_text;
+};
+
+}  // namespace vantrel
