@@ -43,7 +43,7 @@ struct Backtracker::Workspace {
 };
 
 Backtracker::Backtracker(const GrammarPattern& pattern, std::string_view text, std::size_t steps)
-    : m_pattern(pattern), m_text(text), m_stepsLeft(steps) {
+    : m_pattern(pattern), m_lookahead(pattern, text), m_stepsLeft(steps) {
     m_space = borrowWorkspace<Workspace>();
 }
 
@@ -82,7 +82,7 @@ Backtracker::Outcome Backtracker::matchAt(std::uint32_t start) {
             descend = false;
             if (m_stepsLeft == 0) return Outcome::OutOfSteps;
             --m_stepsLeft;
-            if (!m_pattern.nullable(item) && !canStart(item, position)) {
+            if (!m_pattern.nullable(item) && !m_lookahead.canStart(item, position)) {
                 failed = true;
                 break;
             }
@@ -92,7 +92,7 @@ Backtracker::Outcome Backtracker::matchAt(std::uint32_t start) {
                 case Kind::Empty:
                     break;
                 case Kind::Run: {
-                    const std::uint32_t length = runLength(node, position);
+                    const std::uint32_t length = m_lookahead.runLength(node, position);
                     failed = length < node.minCount;
                     if (!failed && length > node.minCount) {
                         choices.push_back({goals, position, logSize, item, length - 1});
@@ -103,7 +103,7 @@ Backtracker::Outcome Backtracker::matchAt(std::uint32_t start) {
                 case Kind::Sequence:
                     if (node.headTakesAll) {
                         const PatternNode& head = nodes[node.first];
-                        const std::uint32_t length = runLength(head, position);
+                        const std::uint32_t length = m_lookahead.runLength(head, position);
                         failed = length < head.minCount;
                         position += length;
                         item = node.second;
@@ -127,7 +127,7 @@ Backtracker::Outcome Backtracker::matchAt(std::uint32_t start) {
                 }
                 case Kind::Star:
                     // Greedy: one more round first, stopping here when everything after fails.
-                    if (!canStart(node.first, position)) break;
+                    if (!m_lookahead.canStart(node.first, position)) break;
                     choices.push_back({goals, position, logSize, kResume, 0});
                     goals = push(item, goals);
                     item = node.first;
@@ -194,20 +194,6 @@ std::vector<CaptureRecord> Backtracker::records() const {
     return result;
 }
 
-bool Backtracker::canStart(std::uint32_t part, std::uint32_t position) const {
-    return position < m_text.size() &&
-           m_pattern.firstCharacters(part)[static_cast<unsigned char>(m_text[position])];
-}
-
-std::uint32_t Backtracker::runLength(const PatternNode& run, std::uint32_t position) const {
-    std::uint32_t length = 0;
-    while (length < run.maxCount && position + length < m_text.size() &&
-           run.characters[static_cast<unsigned char>(m_text[position + length])]) {
-        ++length;
-    }
-    return length;
-}
-
 std::uint32_t Backtracker::push(std::uint32_t item, std::uint32_t next) {
     m_space->goals.push_back({item, next});
     return static_cast<std::uint32_t>(m_space->goals.size() - 1);
@@ -218,7 +204,8 @@ std::uint32_t Backtracker::nextAlternative(const PatternNode& choice, std::uint3
                                            std::uint32_t position) const {
     for (std::uint32_t i = from; i < choice.second; ++i) {
         const std::uint32_t alternative = m_pattern.alternatives()[choice.first + i];
-        if (m_pattern.nullable(alternative) || canStart(alternative, position)) return i;
+        if (m_pattern.nullable(alternative) || m_lookahead.canStart(alternative, position))
+            return i;
     }
     return choice.second;
 }

@@ -8,6 +8,7 @@
 
 #include "GrammarMatch.h"
 #include "GrammarPattern.h"
+#include "Lookahead.h"
 
 namespace vantrel {
 
@@ -34,14 +35,12 @@ public:
 private:
     struct Workspace;
 
-    bool canStart(std::uint32_t part, std::uint32_t position) const;
-    std::uint32_t runLength(const PatternNode& run, std::uint32_t position) const;
     std::uint32_t push(std::uint32_t item, std::uint32_t next);
     std::uint32_t nextAlternative(const PatternNode& choice, std::uint32_t from,
                                   std::uint32_t position) const;
 
     const GrammarPattern& m_pattern;
-    std::string_view m_text;
+    Lookahead m_lookahead;
     std::size_t m_stepsLeft;
     std::uint32_t m_start = 0;
     std::uint32_t m_end = 0;

@@ -2,20 +2,6 @@
 
 namespace vantrel {
 
-bool Lookahead::canStart(std::uint32_t part, std::uint32_t start) const {
-    return start < m_text.size() &&
-           m_pattern.firstCharacters(part)[static_cast<unsigned char>(m_text[start])];
-}
-
-std::uint32_t Lookahead::runLength(const PatternNode& run, std::uint32_t start) const {
-    std::uint32_t length = 0;
-    while (length < run.maxCount && start + length < m_text.size() &&
-           run.characters[static_cast<unsigned char>(m_text[start + length])]) {
-        ++length;
-    }
-    return length;
-}
-
 bool Lookahead::headKnownWithoutWork(const PatternNode& sequence, std::uint32_t start,
                                      std::optional<std::uint32_t>& end) const {
     const std::uint32_t head = sequence.first;

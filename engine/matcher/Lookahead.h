@@ -18,9 +18,19 @@ public:
         : m_pattern(pattern), m_text(text) {}
 
     /// Whether a non-empty match of the part can begin at the position.
-    bool canStart(std::uint32_t part, std::uint32_t start) const;
+    bool canStart(std::uint32_t part, std::uint32_t start) const {
+        return start < m_text.size() &&
+               m_pattern.firstCharacters(part)[static_cast<unsigned char>(m_text[start])];
+    }
     /// How many characters from the position the run takes at the most.
-    std::uint32_t runLength(const PatternNode& run, std::uint32_t start) const;
+    std::uint32_t runLength(const PatternNode& run, std::uint32_t start) const {
+        std::uint32_t length = 0;
+        while (length < run.maxCount && start + length < m_text.size() &&
+               run.characters[static_cast<unsigned char>(m_text[start + length])]) {
+            ++length;
+        }
+        return length;
+    }
     /// True when the list of a sequence's first part at the position is plain to see: no end at
     /// all (`end` left empty), or a single end reached without any capture, such as "\\(" before a
     /// parenthesis, a run that never gives back, or "\\s*" and an optional part where the text
