@@ -76,6 +76,7 @@ protected:
                      controller->setResolutionIndex(4);
                      controller->setBitDepthIndex(1);
                  }},
+                {"ntsc", [this] { controller->setResolutionIndex(1); }},
                 {"35mm4perf", [this] { ui().filmPopUpButton->setCurrentIndex(4); }},
                 {"feet", [this] { ui().systemPopUpButton->setCurrentIndex(1); }},
                 {"disk", [this] { controller->pasteDiskSpaceToLog(nullptr); }},
@@ -154,6 +155,7 @@ INSTANTIATE_TEST_SUITE_P(Scripts, Session, testing::Values(
     SessionRow{"display_number", "{click displayButton}", " ~ 0 ~ 0", any, any},
     SessionRow{"smpte_in_and_out", "{smpte}01:00:00:00*2\n", "01:00:00:00*2 ~ 02:00:00:00 ~ 02:00:00:00", "01:00:00:00|24*2 = 02:00:00:00|24 (PT)\n", any},
     SessionRow{"side_calculators_paste", "{2K10bit}{35mm4perf}1500{disk}{film}", any, "1500 frame(s) approximate\n     14.6 GB as RGB 10 bit, 2K, 1.85:1\n     24.3 min over 100 MBit Ethernet (~10 MByte/sec)\n1500 frame(s) approximate\n     28.85 m as 35 mm 4 perf\n", "1500", "log reset pt"},
+    SessionRow{"ntsc_names_no_ratio", "{ntsc}2{disk}", any, "2 frame(s) approximate\n     2.4 MB as RGB 8 bit, NTSC\n     0.24 sec over 100 MBit Ethernet (~10 MByte/sec)\n", any},
     SessionRow{"film_in_feet", "{35mm4perf}{feet}1500{film}", any, "1500 frame(s) approximate\n     93.75 ft as 35 mm 4 perf\n", any},
     SessionRow{"rejected_paste_writes_nothing", "1+{film}", any, "", "1+", "reset pt"},
     SessionRow{"history_remembers_once", "1+2\n{clear}3\n{clear}1+2\n{pick 1}", "3 ~ 00:00:00.03 ~ 00:00:00.03", any, "1+2,3", "log reset pt"},
