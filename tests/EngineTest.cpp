@@ -6,6 +6,7 @@
 #include <functional>
 #include <map>
 #include <optional>
+#include <sstream>
 #include <string>
 
 #include "Calc.h"
@@ -46,9 +47,9 @@ double number(std::string_view digits) {
 // "1500 at 4,2,1,4": the frames and the rows chosen.
 std::pair<float, std::vector<int>> framesAndRows(const std::string& input) {
     std::vector<int> rows;
-    for (auto at = input.find(" at ") + 3; at < input.size(); at = input.find(',', at + 1)) {
-        rows.push_back(static_cast<int>(number(std::string_view(input).substr(at + 1))));
-    }
+    const auto at = input.find(" at ");
+    std::istringstream list(at == std::string::npos ? "" : input.substr(at + 4));
+    for (int row = 0; list >> row; list.ignore()) rows.push_back(row);
     return {static_cast<float>(number(input)), rows};
 }
 
@@ -135,8 +136,8 @@ TEST_P(EngineCases, GiveTheirResult) {
     ASSERT_NE(std::setlocale(LC_ALL, "de_DE.UTF-8"), nullptr) << "no de_DE.UTF-8 in LOCPATH";
     char probe[8];
     std::snprintf(probe, sizeof probe, "%.1f", 2.5);
-    EXPECT_EQ(evaluated(GetParam()), GetParam().expected)
-        << "with a decimal comma (" << probe << ")";
+    EXPECT_STREQ(probe, "2,5");
+    EXPECT_EQ(evaluated(GetParam()), GetParam().expected) << "with a decimal comma";
     std::setlocale(LC_ALL, "C");
 }
 
@@ -146,6 +147,7 @@ INSTANTIATE_TEST_SUITE_P(Engine, EngineCases, testing::Values<EngineRow>(
     EngineRow{"sum_as_time", "time", 1, "1+2", "00:00:00.03"},
     EngineRow{"half_to_even_up", "number", 1, "7/2", "4"},
     EngineRow{"half_to_even_down", "number", 1, "5/2", "2"},
+    EngineRow{"decimals_read_with_a_point", "number", 1, "1.25*4+12.5", "18"},
     EngineRow{"single_precision", "number", 1, "16777217", "16777216"},
     EngineRow{"narrows_past_number_bound", "number", 1, "999999999", "∞ / 1000000000"},
     EngineRow{"lazy_number_bound", "number", 1, "1234567890", "∞ / 1234567936"},
@@ -179,6 +181,7 @@ INSTANTIATE_TEST_SUITE_P(Engine, EngineCases, testing::Values<EngineRow>(
     EngineRow{"sum_with_blanks", "as classic", 1, " 01:00:10:12 + 00:00:05:00  as  01:00:10.12 + 00:00:05.00 ", "same"},
     EngineRow{"edl_duration", "as classic", 4, "(01:00:22;15-01:00:00;00)*2 as (01:00:22.15-01:00:00.00)*2", "same"},
     EngineRow{"five_groups_unread", "as classic", 1, "1:01:00:10:12 as 1:01:00:10:12", "same, unread"},
+    EngineRow{"three_digit_group_unread", "as classic", 1, "001:00:10:12 as 001:00:10:12", "same, unread"},
     EngineRow{"frames_with_point_unread", "as classic", 1, "01:00:10:12.5 as 01:00:10:12.5", "same, unread"},
     EngineRow{"two_groups_unread", "as classic", 1, "10;12 as 10;12", "same, unread"},
     // Display timestamps
@@ -190,10 +193,12 @@ INSTANTIATE_TEST_SUITE_P(Engine, EngineCases, testing::Values<EngineRow>(
     EngineRow{"drop29_negative", "frames", 4, "-1800", "-00:01:00.02"},
     EngineRow{"hours_not_wrapped_at_24", "frames", 0, "86400750", "1000:00:31.06"},
     EngineRow{"fraction_rounds_frame_field_half_up", "frames", 1, "12.5", "00:00:00.13"},
+    EngineRow{"fraction_not_carried_into_seconds", "frames", 2, "29.6", "00:00:00.30"},
     EngineRow{"nan", "frames", 1, "nan", "NaN"},
     EngineRow{"beyond_any_hour_field", "frames", 1, "1e300", "∞"},
     EngineRow{"smpte_one_hour", "smpte frames", 1, "90000", "01:00:00:00"},
     EngineRow{"smpte_drop29", "smpte frames", 4, "1800", "00:01:00;02"},
+    EngineRow{"smpte_nondrop29", "smpte frames", 6, "1800", "00:01:00:00"},
     EngineRow{"smpte_drop29_negative", "smpte frames", 4, "-17982", "-00:10:00;00"},
     EngineRow{"drop59_reference", "frames", 10, "1084319", "05:01:30.03"},
     EngineRow{"smpte_drop59", "smpte frames", 10, "3600", "00:01:00;04"},
@@ -221,10 +226,8 @@ INSTANTIATE_TEST_SUITE_P(Engine, EngineCases, testing::Values<EngineRow>(
     EngineRow{"drop_suffix_at_drop_code", "read", 4, "00:00:16.20|29d", "501 / 500"},
     EngineRow{"suffix_30_at_29d", "read", 4, "01:00:00.00|30", "107892 / 108000"},
     EngineRow{"suffix_24_at_23n", "read", 5, "01:00:00.00|24", "86292 / 86400"},
-    EngineRow{"colon_seconds", "read", 1, ":5", "125 / 125"},
     EngineRow{"blanks_around", "read", 1, "  01:00:00.00|25 ", "90000 / 90000"},
     EngineRow{"tab_after_suffix", "read", 1, "01:00:00.00|24\t", "90000 / 86400"},
-    EngineRow{"short_with_suffix", "read", 1, "0123|24", "48.95833333 / 47"},
     EngineRow{"short_one_hour", "read", 0, "01000000|25", "86400 / 90000"},
     EngineRow{"short_drop", "read", 4, "012345678|29d", "1357601 / 1357600"},
     EngineRow{"suffix_50_at_25", "read", 1, "01:00:00.00|50", "90000 / 180000"},
@@ -255,7 +258,6 @@ INSTANTIATE_TEST_SUITE_P(Engine, EngineCases, testing::Values<EngineRow>(
     EngineRow{"v59_first_frame_of_minute_1", "drop", 10, "3600", "3604 / 3600"},
     EngineRow{"v59_end_of_first_block", "drop", 10, "35963", "35999 / 35963"},
     EngineRow{"v59_ten_minutes", "drop", 10, "35964", "36000 / 35964"},
-    EngineRow{"v59_one_hour", "drop", 10, "215784", "216000 / 215784"},
     EngineRow{"v59_05_01_30_03", "drop", 10, "1084319", "1085403 / 1084319"},
     EngineRow{"v29_skipped_label_00", "label", 4, "1800", "1799"},
     EngineRow{"v29_first_label_after_skip", "label", 4, "1802", "1800"},
@@ -267,6 +269,8 @@ INSTANTIATE_TEST_SUITE_P(Engine, EngineCases, testing::Values<EngineRow>(
     EngineRow{"below_half_rounds_down", "drop", 4, "1799.49", "1799 / 1799"},
     EngineRow{"drop_half_rounds_up", "label", 4, "1801.5", "1800"},
     EngineRow{"beyond_32_bits", "drop", 4, "3e9", "3003003004 / 3000000000"},
+    EngineRow{"huge_label_passes_through", "label", 4, "1e300", "1e+300"},
+    EngineRow{"infinity_passes_through", "drop", 3, "inf", "inf / inf"},
     // Side calculators: frames at resolution, aspect ratio, bit depth, transfer speed; film, unit
     EngineRow{"two_k_ten_bit", "disk space", 0, "1500 at 4,2,1,4", "14.6 GB / 24.3 min"},
     EngineRow{"ntsc_ignores_aspect_ratio", "disk space", 0, "2 at 1,3,0,4", "2.4 MB / 0.24 sec"},
@@ -334,21 +338,22 @@ TEST(DropFrame, RoundTripsEveryWholeFrameOfTheFirstDay) {
     }
 }
 
-TEST(FrameRate, SetFpsStoresTheRateOfEachCode) {
-    const double rates[] = {24.0, 25.0, 30.0, 24.0,   30.0, 23.97000000000166, 29.97, 48.0,
-                            50.0, 60.0, 60.0, 47.952, 59.94};
+// The 23.97 rate is not the double nearest to 23.97; the reading rows pin each rate's value.
+TEST(FrameRate, EachCodeBringsItsSuffixAndAnUnknownOneNothing) {
     Calc calc;
     EXPECT_EQ(calc.framerate(), 24.0);  // a new engine runs at 24
     std::string suffixes;
     for (int code = 0; code < 13; ++code) {
         calc.setFps(code);
-        EXPECT_EQ(calc.framerate(), rates[code]) << "code " << code;
         suffixes += calc.beautifyTimestampString("1:2:3").substr(12) + " ";
     }
     EXPECT_EQ(suffixes, "24 25 30 23d 29d 23n 29n 48 50 60 59d 47n 59n ");
+    EXPECT_EQ(calc.framerate(), 59.94);
+    calc.setFps(DisplayState23nondrop);
+    EXPECT_EQ(calc.framerate(), 23.97000000000166);
     calc.setFps(13);  // the first value after the thirteen codes
     EXPECT_EQ(calc.fps(), 13);
-    EXPECT_EQ(calc.framerate(), 59.94);
+    EXPECT_EQ(calc.framerate(), 23.97000000000166);
 }
 
 }  // namespace

@@ -38,10 +38,6 @@ protected:
 
     void type(const QString& text) { QTest::keyClicks(ui().inputField, text); }
     void pressReturn() { QTest::keyClick(ui().inputField, Qt::Key_Return); }
-    void clearInput() {
-        ui().inputField->selectAll();
-        QTest::keyClick(ui().inputField, Qt::Key_Delete);
-    }
     QString log() { return ui().calcLog->toPlainText(); }
 
     std::unique_ptr<vantrel::TSCController> controller;

@@ -62,7 +62,11 @@ protected:
             ui().calcLog->insertPlainText("note ");
         } else {
             const std::map<QString, std::function<void()>> steps{
-                {"clear", [this] { clearInput(); }},
+                {"clear",
+                 [this] {
+                     ui().inputField->selectAll();
+                     QTest::keyClick(ui().inputField, Qt::Key_Delete);
+                 }},
                 {"end", [this] { ui().inputField->moveCursorToEnd(); }},
                 {"pf", [&] { controller->toggleCalcMode(tag(0)); }},
                 {"smpte", [&] { controller->changeTimecodeNotation(tag(1)); }},
@@ -77,6 +81,12 @@ protected:
                      controller->setBitDepthIndex(1);
                  }},
                 {"ntsc", [this] { controller->setResolutionIndex(1); }},
+                {"palYuv8Modem",
+                 [this] {
+                     controller->setResolutionIndex(0);
+                     controller->setBitDepthIndex(6);
+                     controller->setTransferSpeedIndex(0);
+                 }},
                 {"35mm4perf", [this] { ui().filmPopUpButton->setCurrentIndex(4); }},
                 {"feet", [this] { ui().systemPopUpButton->setCurrentIndex(1); }},
                 {"disk", [this] { controller->pasteDiskSpaceToLog(nullptr); }},
@@ -140,26 +150,30 @@ INSTANTIATE_TEST_SUITE_P(Scripts, Session, testing::Values(
     SessionRow{"second_return_logs_nothing", "1+2\n\n{end}+3\n", any, "1+2 = 00:00:00.03|24 (PT)\n1+2+3 = 00:00:00.06|24 (PT)\n", "1+2,1+2+3"},
     SessionRow{"pf_logs_pf", "{pf}00:00:01.00|25\n", "00:00:01.00|25 ~ 00:00:01.00 ~ 00:00:01.01", "00:00:01.00|25 = 00:00:01.01|24 (PF)\n", any, "log reset clean"},
     SessionRow{"rejected_enters_history_only", "2\n{clear}1+\n", "1+ ~ 00:00:00.01 ~ 00:00:00.01", "2 = 00:00:00.02|24 (PT)\n", "2,1+", "log reset clean pt"},
-    SessionRow{"unreadable_shows_zero", "abc", "abc ~ 00:00:00.00 ~ 00:00:00.00", "", ""},
     SessionRow{"operator_keys_append", "12{click divideButton}{click multiplyButton}{click subtractButton}{click addButton}", "12/*-+ ~ 00:00:00.12 ~ 00:00:00.12", any, any},
-    SessionRow{"show_button_reads_again", "12{set24}{click showResultButton}", "24 ~ 00:00:01.00 ~ 00:00:01.00", any, any, "reset pt"},
+    SessionRow{"show_button_reads_again", "12\n{click showResultButton}", "12 ~ 00:00:00.12 ~ 00:00:00.12", any, any, "log reset pt"},
     SessionRow{"reset_clears_all", "1+2\n{click resetButton}", " ~ 00:00:00.00 ~ 00:00:00.00", "", "1+2", "log clean pt"},
     SessionRow{"escape_on_empty_log", "9{esc}", " ~ 00:00:00.00 ~ 00:00:00.00", "", "", "clean pt"},
     SessionRow{"escape_keeps_log", "1+2\n4{esc}\n", " ~ 00:00:00.00 ~ 00:00:00.00", "1+2 = 00:00:00.03|24 (PT)\n", "1+2", "log reset clean pt"},
     SessionRow{"reset_undone_in_log", "1+2\n{click resetButton}{undoLog}", any, "1+2 = 00:00:00.03|24 (PT)\n", any},
     SessionRow{"clear_button_undone", "1+2\n{click clearButton}{undoLog}", any, "1+2 = 00:00:00.03|24 (PT)\n", any},
     SessionRow{"popup_keeps_editing", "1+2\n{focus Popup}\n", any, "1+2 = 00:00:00.03|24 (PT)\n", any},
+    SessionRow{"menu_bar_keeps_editing", "1+2\n{focus MenuBar}\n", any, "1+2 = 00:00:00.03|24 (PT)\n", any},
+    SessionRow{"other_window_keeps_editing", "1+2\n{focus ActiveWindow}\n", any, "1+2 = 00:00:00.03|24 (PT)\n", any},
     SessionRow{"tab_ends_editing", "1+2\n{focus Tab}\n", any, "1+2 = 00:00:00.03|24 (PT)\n1+2 = 00:00:00.03|24 (PT)\n", any},
     SessionRow{"log_after_users_edits", "1\n{note}{clear}2\n", any, "note 1 = 00:00:00.01|24 (PT)\n2 = 00:00:00.02|24 (PT)\n", any},
     SessionRow{"mode_button_flips_reading", "1\n{click modeButton}\n", any, "1 = 00:00:00.01|24 (PT)\n1 = 00:00:00.01|24 (PF)\n", any, "log reset clean"},
     SessionRow{"display_number", "{click displayButton}", " ~ 0 ~ 0", any, any},
+    SessionRow{"display_change_unsettles", "1\n{click displayButton}", any, any, any, "log reset pt"},
     SessionRow{"smpte_in_and_out", "{smpte}01:00:00:00*2\n", "01:00:00:00*2 ~ 02:00:00:00 ~ 02:00:00:00", "01:00:00:00|24*2 = 02:00:00:00|24 (PT)\n", any},
+    SessionRow{"classic_redisplays", "{smpte}01:00:00:00*2\n{classic}", "01:00:00:00*2 ~ 02:00:00.00 ~ 02:00:00.00", any, any},
     SessionRow{"side_calculators_paste", "{2K10bit}{35mm4perf}1500{disk}{film}", any, "1500 frame(s) approximate\n     14.6 GB as RGB 10 bit, 2K, 1.85:1\n     24.3 min over 100 MBit Ethernet (~10 MByte/sec)\n1500 frame(s) approximate\n     28.85 m as 35 mm 4 perf\n", "1500", "log reset pt"},
     SessionRow{"ntsc_names_no_ratio", "{ntsc}2{disk}", any, "2 frame(s) approximate\n     2.4 MB as RGB 8 bit, NTSC\n     0.24 sec over 100 MBit Ethernet (~10 MByte/sec)\n", any},
+    SessionRow{"pal_names_no_ratio", "{palYuv8Modem}25{disk}", any, "25 frame(s) approximate\n     22.2 MB as YUV 4:2:2 8 bit, PAL\n     46.2 min over Slow Internet - Modem (~8 KByte/sec)\n", any},
     SessionRow{"film_in_feet", "{35mm4perf}{feet}1500{film}", any, "1500 frame(s) approximate\n     93.75 ft as 35 mm 4 perf\n", any},
     SessionRow{"rejected_paste_writes_nothing", "1+{film}", any, "", "1+", "reset pt"},
     SessionRow{"history_remembers_once", "1+2\n{clear}3\n{clear}1+2\n{pick 1}", "3 ~ 00:00:00.03 ~ 00:00:00.03", any, "1+2,3", "log reset pt"},
-    SessionRow{"history_entry_into_input", "01:00:00.00|25*2\n{clear}5&6\n{pick 2}", "01:00:00.00|25*2 ~ 02:00:00.00 ~ 02:05:00.00", any, any}),
+    SessionRow{"picked_entry_unsettles", "1+2\n{click resetButton}{pick 1}", "1+2 ~ 00:00:00.03 ~ 00:00:00.03", any, any, "log reset pt"}),
     rowName<SessionRow>);
 // clang-format on
 
@@ -186,7 +200,6 @@ TEST_F(Entry, HistoryIsOnDiskAtOnceAndItsMenuBuiltAnew) {
     QMenu* menu = ui().historyButton->menu();
     menu->hide();
     EXPECT_EQ(menu->actions().size(), 123);
-    EXPECT_EQ(menu->actions()[1]->data().toString(), "125");
     EXPECT_EQ(menu->actions()[1]->font().pointSizeF(), 10.0);
     EXPECT_FALSE(menu->separatorsCollapsible());
     EXPECT_EQ(settings().value("CalculatorExpressionHistory").toStringList().size(), 125);
@@ -284,8 +297,8 @@ TEST_F(Display, RateButtonAndPopUpReachEveryCode) {
               "00:00:01.23 00:00:01.18 00:00:02.00 00:00:01.18 00:00:02.00 "
               "00:00:01.18 00:00:01.00 00:00:00.48 00:00:00.48 00:00:00.48 "
               "00:00:01.00 00:00:00.48 00:00:02.00");
-    // Choosing a separator of the pop-up keeps the rate; a tag that is no rate never reaches the
-    // engine.
+    // Choosing a separator of the pop-up keeps the rate; a tag that is no rate never reaches
+    // the engine.
     const std::pair<int, int> positions[] = {{0, 3},  {4, 2},  {5, 2},   {7, 6},   {9, 7}, {11, 10},
                                              {12, 9}, {13, 9}, {14, 11}, {15, 12}, {1, 0}};
     for (const auto& [position, code] : positions) {

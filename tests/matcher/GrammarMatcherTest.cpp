@@ -61,7 +61,6 @@ INSTANTIATE_TEST_SUITE_P(Grammar, CaptureTrees, testing::Values(
     TreeRow{"timestamp_product_after_scalars", "2*3*01:00:00.00|25*4", Flavour::PT, " 0 [2*3*01:00:00.00|25*4]; z2 1 [2]; tsm1 1 [*3*01:00:00.00|25*4]; tsm2 2 [*3]; z2 3 [3]; ts2PT 2 [01:00:00.00|25]; tsm2 2 [*4]; z2 3 [4]"},
     TreeRow{"parenthesised_term", "1+(2-3)", Flavour::PT, " 0 [1+(2-3)]; z2 1 [1]; tss1 1 [+(2-3)]; z2 2 [2]; tss2 2 [-3]; z2 3 [3]"},
     TreeRow{"short_and_full_form", "0123 - 1:00", Flavour::PF, " 0 [0123 - 1:00]; ts1PF 1 [0123]; tss2 1 [- 1:00]; ts2PF 2 [ 1:00]"},
-    TreeRow{"pf_names_its_timestamps", "0123+12|25", Flavour::PF, " 0 [0123+12|25]; ts1PF 1 [0123]; tss1 1 [+12|25]; ts2PF 2 [12|25]"},
     TreeRow{"first_match_stops_before_division", "3*01:00:00.00/2", Flavour::PT, " 0 [3*01:00:00.00]; z2 1 [3]; tsm1 1 [*01:00:00.00]; ts2PT 2 [01:00:00.00]"},
     TreeRow{"match_behind_unreadable_start", "-x 12|25", Flavour::PT, " 0 [ 12|25]; ts2PT 1 [ 12|25]"},
     TreeRow{"empty_parentheses", "()", Flavour::PT, ""}),

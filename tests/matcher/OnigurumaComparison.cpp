@@ -11,10 +11,15 @@ namespace {
 // The text with its bytes escaped where they are not printable ASCII, for reports.
 std::string escaped(std::string_view text) {
     std::string result;
+    char hex[5];
     for (const char c : text) {
-        char hex[5];
-        std::snprintf(hex, sizeof hex, "\\x%02x", static_cast<unsigned char>(c));
-        result += c >= 0x20 && c < 0x7f && c != '\\' ? std::string(1, c) : std::string(hex);
+        if (c >= 0x20 && c < 0x7f && c != '\\') {
+            result += c;
+        } else {
+            std::snprintf(hex, sizeof hex, "\\x%02x",
+                          static_cast<unsigned>(static_cast<unsigned char>(c)));
+            result += hex;
+        }
     }
     return result;
 }

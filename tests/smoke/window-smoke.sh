@@ -11,8 +11,26 @@ set -euo pipefail
 binary=$1
 screenshot=$2
 
-source "$(dirname "$0")/calculator-session.sh"
-start_calculator "$binary"
+if [ -z "${VANTREL_SMOKE_DISPLAY:-}" ]; then
+    export VANTREL_SMOKE_DISPLAY=1
+    exec xvfb-run -a -s "-screen 0 1024x768x24" "$0" "$@"
+fi
+
+work=$(mktemp -d)
+trap 'kill "$pid" 2>/dev/null || true; rm -rf "$work"' EXIT
+export XDG_CONFIG_HOME=$work/config
+export XDG_RUNTIME_DIR=$work/run
+mkdir -m 700 "$XDG_RUNTIME_DIR"
+
+# The calculator gets preferences and an instance socket of its own, so one the user runs
+# meanwhile is neither read nor disturbed.
+"$binary" &
+pid=$!
+window=$(timeout 20 xdotool search --sync --onlyvisible --name '^Vantrel$' | head -n 1)
+[ -n "$window" ] || { echo "the calculator window did not appear" >&2; exit 1; }
+# Without a window manager the keyboard follows the pointer: rest it on the window.
+xdotool mousemove --window "$window" 200 120
+sleep 0.3
 
 xdotool type --delay 20 '01:00:00.00|25*2'
 xdotool key Return
