@@ -62,21 +62,18 @@ bool sameValue(Floating a, Floating b) {
 
 // The cached result is the frame count in single precision, the infinity of its sign beyond it.
 float inSinglePrecision(double frames) {
-    constexpr double largest = std::numeric_limits<float>::max();
-    constexpr float infinity = std::numeric_limits<float>::infinity();
-    if (std::abs(frames) > largest) return frames > 0 ? infinity : -infinity;
-    return static_cast<float>(frames);
+    if (std::abs(frames) <= std::numeric_limits<float>::max()) return static_cast<float>(frames);
+    return frames > 0 ? HUGE_VALF : -HUGE_VALF;
 }
 
 // A value or one of the agreed placeholders, in the shape of the display mode.
 bool fitsDisplayMode(const std::string& text, int displayMode) {
-    static const std::regex timestamp("-?\\d{2,}:\\d\\d:\\d\\d\\.\\d\\d");
-    static const std::regex number("-?\\d+");
-    static const std::regex film("-?\\d+\\.\\d\\d m");
-    if (text == "NaN" || text == "∞" || text == "-∞") return true;
-    if (displayMode == DisplayStateNumber) return std::regex_match(text, number);
-    if (displayMode == DisplayStateFilmLength) return std::regex_match(text, film);
-    return std::regex_match(text, timestamp);
+    static const std::regex number("-?\\d+"), film("-?\\d+\\.\\d\\d m"),
+        timestamp("-?\\d{2,}:\\d\\d:\\d\\d\\.\\d\\d");
+    const std::regex& shape = displayMode == DisplayStateNumber       ? number
+                              : displayMode == DisplayStateFilmLength ? film
+                                                                      : timestamp;
+    return text == "NaN" || text == "∞" || text == "-∞" || std::regex_match(text, shape);
 }
 
 std::optional<std::string> colouringsBlackSpan(Calc& calc) {
