@@ -62,8 +62,9 @@ bool sameValue(Floating a, Floating b) {
 
 // The cached result is the frame count in single precision, the infinity of its sign beyond it.
 float inSinglePrecision(double frames) {
-    if (std::abs(frames) <= std::numeric_limits<float>::max()) return static_cast<float>(frames);
-    return frames > 0 ? HUGE_VALF : -HUGE_VALF;
+    if (std::abs(frames) > std::numeric_limits<float>::max())
+        return frames > 0 ? HUGE_VALF : -HUGE_VALF;
+    return static_cast<float>(frames);  // NaN too
 }
 
 // A value or one of the agreed placeholders, in the shape of the display mode.
