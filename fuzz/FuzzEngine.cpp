@@ -62,9 +62,8 @@ bool sameValue(Floating a, Floating b) {
 
 // The cached result is the frame count in single precision, the infinity of its sign beyond it.
 float inSinglePrecision(double frames) {
-    if (std::abs(frames) > std::numeric_limits<float>::max())
-        return frames > 0 ? HUGE_VALF : -HUGE_VALF;
-    return static_cast<float>(frames);  // NaN too
+    const bool beyond = std::abs(frames) > std::numeric_limits<float>::max();  // NaN is not
+    return beyond ? (frames > 0 ? HUGE_VALF : -HUGE_VALF) : static_cast<float>(frames);
 }
 
 // A value or one of the agreed placeholders, in the shape of the display mode.
