@@ -2,16 +2,23 @@
 """Draws how the grammar matcher and Oniguruma grow with nesting depth and with text length.
 
     bench/plot-growth.py [BUILD_DIR] [OUTPUT_PNG]
+    bench/plot-growth.py --paste CALC [EARLIER_CALC] [OUTPUT_PNG]
 
 Runs BUILD_DIR/bin/vantrel-bench (default: build) on the BM_Depth_* and BM_Length_* benchmarks of
 both engines with JSON output and plots CPU time per search against depth and against length, both
 engines on each chart, on log scales, into OUTPUT_PNG (default: docs/matcher-growth.png). Searches
 that Oniguruma gave up at its effort bound are marked with a cross.
 
-Needs Debian's python3-matplotlib (apt-get install python3-matplotlib), hence /usr/bin/python3.
+With --paste it times whole vantrel-calc processes instead: both readings, eager and lazy, of
+pasted texts of every shape the field can hold, from 1 to 32,767 characters, and plots CPU time
+and peak memory against length (default output docs/paste-growth.png); given an earlier
+vantrel-calc as well, it draws that one's figures beside, dashed.
+
+The paste mode also needs GNU time (/usr/bin/time). Needs Debian's python3-matplotlib (apt-get install python3-matplotlib), hence /usr/bin/python3.
 """
 
 import json
+import random
 import re
 import subprocess
 import sys
@@ -92,7 +99,63 @@ def plot(series, output):
     print(f"wrote {output}")
 
 
+PASTE_SHAPES = {
+    "(1+ repeated": lambda n: ("(1+" * n)[:n],
+    "closed nesting": lambda n: "(" * ((n - 1) // 4) + "1" + "+1)" * ((n - 1) // 4),
+    "( alone": lambda n: "(" * n,
+    "01:00:00.00|25+ repeated": lambda n: ("01:00:00.00|25+" * n)[:n],
+    "(01:00:39.08-01:00:00.00)+ repeated": lambda n: ("(01:00:39.08-01:00:00.00)+" * n)[:n],
+    "(1:00*2+ repeated": lambda n: ("(1:00*2+" * n)[:n],
+    "digits": lambda n: ("1234567890" * n)[:n],
+    "random": lambda n: "".join(random.Random(n).choice("0123456789:.|+-*/() ") for _ in range(n)),
+}
+PASTE_LENGTHS = [1, 10, 100, 1000, 3000, 10000, 20000, 32767]
+
+
+def run_paste(calc, text, lazy):
+    """CPU seconds and peak resident megabytes of one vantrel-calc process on the text, as GNU
+    time reports them: a process started from Python would count Python's memory as its own."""
+    result = subprocess.run(["/usr/bin/time", "-f", "%U %S %M", calc, "-d", "number"]
+                            + (["-l"] if lazy else []),
+                            input=text.encode(), stdout=subprocess.DEVNULL, capture_output=False,
+                            stderr=subprocess.PIPE, check=False)
+    user, system, kilobytes = result.stderr.decode().split()[-3:]
+    return float(user) + float(system), int(kilobytes) / 1024
+
+
+def plot_paste(calcs, output):
+    figure, (by_time, by_memory) = plt.subplots(1, 2, figsize=(11, 4.6), dpi=90)
+    for style, calc in zip(("-", "--"), calcs):
+        for colour, (shape, make) in zip(plt.cm.tab10.colors, PASTE_SHAPES.items()):
+            figures = [max(run_paste(calc, make(n), lazy) for lazy in (False, True))
+                       for n in PASTE_LENGTHS]
+            label = shape if style == "-" else None
+            by_time.plot(PASTE_LENGTHS, [1000 * cpu for cpu, _ in figures], style, color=colour,
+                         marker=".", label=label)
+            by_memory.plot(PASTE_LENGTHS, [mb for _, mb in figures], style, color=colour,
+                           marker=".")
+    by_time.set_ylabel("CPU per process, ms (eager or lazy, the larger)")
+    by_memory.set_ylabel("peak memory of the process, MB")
+    for chart, goal in ((by_time, 100), (by_memory, 50)):
+        chart.set_xscale("log")
+        chart.set_xlabel("characters pasted" + ("; dashed: earlier build" if len(calcs) > 1 else ""))
+        chart.axhline(goal, color="grey", linewidth=0.8, linestyle=":")
+        chart.grid(True, which="major", linewidth=0.4)
+    by_time.legend(fontsize=7)
+    figure.tight_layout()
+    output.parent.mkdir(parents=True, exist_ok=True)
+    figure.savefig(output)
+    print(f"wrote {output}")
+
+
 def main():
+    if len(sys.argv) > 2 and sys.argv[1] == "--paste":
+        arguments = sys.argv[2:]
+        output = ROOT / "docs" / "paste-growth.png"
+        if arguments[-1].endswith(".png"):
+            output = Path(arguments.pop())
+        plot_paste(arguments, output)
+        return
     build = Path(sys.argv[1]) if len(sys.argv) > 1 else ROOT / "build"
     output = Path(sys.argv[2]) if len(sys.argv) > 2 else ROOT / "docs" / "matcher-growth.png"
     plot(collect(run_benchmarks(build)), output)
