@@ -16,17 +16,15 @@ TextRange GrammarMatch::range() const {
 }
 
 std::string_view GrammarMatch::matchedString() const {
-    const TextRange r = range();
-    return m_subject.substr(r.location, r.length);
+    return range().in(m_subject);
 }
 
 std::string_view GrammarMatch::prematchString() const {
-    return m_subject.substr(0, range().location);
+    return range().before(m_subject);
 }
 
 std::string_view GrammarMatch::postmatchString() const {
-    const TextRange r = range();
-    return m_subject.substr(r.location + r.length);
+    return range().after(m_subject);
 }
 
 Capture GrammarMatch::captureOf(const CaptureRecord& record) const {

@@ -102,17 +102,15 @@ TextRange RegexMatch::range() const {
 }
 
 std::string_view RegexMatch::matchedString() const {
-    const TextRange r = range();
-    return m_subject.substr(r.location, r.length);
+    return range().in(m_subject);
 }
 
 std::string_view RegexMatch::prematchString() const {
-    return m_subject.substr(0, range().location);
+    return range().before(m_subject);
 }
 
 std::string_view RegexMatch::postmatchString() const {
-    const TextRange r = range();
-    return m_subject.substr(r.location + r.length);
+    return range().after(m_subject);
 }
 
 void RegexMatch::acceptVisitor(CaptureVisitor& visitor) const {

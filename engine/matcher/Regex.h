@@ -18,6 +18,13 @@ struct TextRange {
     std::size_t location = 0;
     std::size_t length = 0;
     friend bool operator==(const TextRange&, const TextRange&) = default;
+
+    /// The part of the subject the range covers, and the parts before and after it.
+    std::string_view in(std::string_view subject) const { return subject.substr(location, length); }
+    std::string_view before(std::string_view subject) const { return subject.substr(0, location); }
+    std::string_view after(std::string_view subject) const {
+        return subject.substr(location + length);
+    }
 };
 
 /// One node of a match's capture history. The root stands for the whole match and has no name.

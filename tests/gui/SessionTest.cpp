@@ -71,10 +71,8 @@ protected:
                 {"pf", [&] { controller->toggleCalcMode(tag(0)); }},
                 {"smpte", [&] { controller->changeTimecodeNotation(tag(1)); }},
                 {"classic", [&] { controller->changeTimecodeNotation(tag(0)); }},
-                {"clearLog", [this] { controller->clearLog(nullptr); }},
                 {"undoLog",
                  [this] { QTest::keyClick(ui().calcLog, Qt::Key_Z, Qt::ControlModifier); }},
-                {"set24", [this] { ui().inputField->setPlainText("24"); }},
                 {"2K10bit",
                  [this] {
                      controller->setResolutionIndex(4);
