@@ -9,6 +9,7 @@
 #include <type_traits>
 
 #include "Arena.h"
+#include "BracketDepths.h"
 #include "StreamTable.h"
 #include "WorkspacePool.h"
 
@@ -59,7 +60,9 @@
 //
 // Two shortcuts only leave out ways that fail at once: a part that cannot begin with the character
 // at p (and cannot match the empty text) has an empty list, and a run followed by a part that
-// cannot begin with any of the run's characters keeps only its longest end.
+// cannot begin with any of the run's characters keeps only its longest end. A third leaves out
+// ways that fail later but surely: a part whose every match reads the same count of "(" less ")"
+// has an empty list from p when no position after p lies that much deeper in the text.
 //
 // Lists are filled lazily: an end is worked out only when a waiting part asks for it, so a part
 // whose first end already lets the match go on never has its other ends computed. The waiting is
@@ -131,6 +134,7 @@ struct EndStreams::Stream {
 struct EndStreams::Workspace {
     Arena arena;
     StreamTable<Stream> streams;
+    BracketDepths depths;
     std::vector<Request> work;
     std::vector<std::uint64_t> aliases;
 };
@@ -141,6 +145,7 @@ EndStreams::EndStreams(const GrammarPattern& pattern, std::string_view text)
         throw std::length_error("grammar or text too large for the stream table");
     }
     m_space = borrowWorkspace<Workspace>();
+    m_space->depths.index(text);
     m_noEnds = m_space->arena.allocate<Stream>(1);
     m_noEnds->finished = true;
 }
@@ -169,8 +174,7 @@ EndStreams::Stream* EndStreams::streamAt(std::uint32_t part, std::uint32_t start
     keys.clear();
     Stream* stream = nullptr;
     while (stream == nullptr) {
-        // Most parts tried at a position cannot even begin there; they get no stream of their own.
-        if (!m_pattern.nullable(part) && !m_lookahead.canStart(part, start)) {
+        if (plainlyWithoutEnds(part, start)) {
             stream = m_noEnds;
             break;
         }
@@ -199,6 +203,15 @@ EndStreams::Stream* EndStreams::streamAt(std::uint32_t part, std::uint32_t start
     }
     for (const std::uint64_t key : keys) m_space->streams.insert(key, stream);
     return stream;
+}
+
+// Most parts tried at a position cannot even begin there, and in a text with unclosed
+// parentheses most parenthesised parts cannot end anywhere; they get no stream of their own.
+bool EndStreams::plainlyWithoutEnds(std::uint32_t part, std::uint32_t start) const {
+    const bool nullable = m_pattern.nullable(part);
+    if (!nullable && !m_lookahead.canStart(part, start)) return true;
+    const std::optional<std::int32_t> balance = m_pattern.bracketBalance(part);
+    return balance && !m_space->depths.reachable(start, start + (nullable ? 0 : 1), *balance);
 }
 
 EndStreams::Stream* EndStreams::newStream(std::uint32_t part, std::uint32_t start) {

@@ -40,6 +40,7 @@ private:
     };
 
     Stream* streamAt(std::uint32_t part, std::uint32_t start);
+    bool plainlyWithoutEnds(std::uint32_t part, std::uint32_t start) const;
     Stream* newStream(std::uint32_t part, std::uint32_t start);
 
     void require(Stream* stream, std::uint32_t index);

@@ -2,6 +2,7 @@
 
 #include <bitset>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -70,6 +71,12 @@ public:
         return m_firstCharacters[part];
     }
 
+    /// The count of "(" less ")" that every match of the part reads, when all its matches read the
+    /// same: a part that balances its parentheses can only end where the text's depth returns.
+    std::optional<std::int32_t> bracketBalance(std::uint32_t part) const {
+        return m_bracketBalance[part];
+    }
+
 private:
     friend class PatternReader;
     friend class PatternAnalysis;
@@ -80,6 +87,7 @@ private:
     std::vector<bool> m_nullable;
     std::vector<bool> m_capturesWhenEmpty;
     std::vector<std::bitset<256>> m_firstCharacters;
+    std::vector<std::optional<std::int32_t>> m_bracketBalance;
     std::uint32_t m_root = 0;
 };
 

@@ -1,5 +1,6 @@
 #include "PatternAnalysis.h"
 
+#include <optional>
 #include <stdexcept>
 #include <string>
 
@@ -17,6 +18,7 @@ void PatternAnalysis::run() {
     findCapturesWhenEmpty();
     findFirstCharacters();
     findRunsThatTakeAll();
+    findBracketBalances();
     rejectEmptyRepetitions();
     rejectLeftRecursion();
 }
@@ -148,6 +150,92 @@ void PatternAnalysis::findRunsThatTakeAll() {
         const PatternNode& head = nodes[part.first];
         part.headTakesAll = head.kind == Kind::Run && !m_nullable[part.second] &&
                             (head.characters & m_pattern.m_firstCharacters[part.second]).none();
+    }
+}
+
+namespace {
+
+// A part's bracket balance as the fixed point is worked out: no match found yet, one count that
+// every match found so far reads, or matches that read different counts.
+struct Balance {
+    enum class State : std::uint8_t { NoMatchYet, Fixed, Varies };
+    State state = State::NoMatchYet;
+    std::int32_t count = 0;
+
+    static Balance fixed(std::int32_t count) { return {State::Fixed, count}; }
+    static Balance varies() { return {State::Varies, 0}; }
+    bool operator==(const Balance&) const = default;
+
+    // Either way: the choice, the repetition's rounds against stopping.
+    Balance joined(const Balance& other) const {
+        if (state == State::NoMatchYet) return other;
+        if (other.state == State::NoMatchYet || other == *this) return *this;
+        return varies();
+    }
+    // One then the other: a sequence.
+    Balance then(const Balance& other) const {
+        if (state == State::NoMatchYet || other.state == State::NoMatchYet) return {};
+        if (state == State::Varies || other.state == State::Varies) return varies();
+        return fixed(count + other.count);
+    }
+};
+
+Balance runBalance(const PatternNode& run) {
+    const bool opens = run.characters['('];
+    const bool closes = run.characters[')'];
+    if (!opens && !closes) return Balance::fixed(0);
+    if (run.minCount != run.maxCount || run.characters.count() != 1) return Balance::varies();
+    const auto count = static_cast<std::int32_t>(run.minCount);
+    return Balance::fixed(opens ? count : -count);
+}
+
+}  // namespace
+
+// A least fixed point again: by induction on the depth of a match, every match of a part found
+// fixed reads that count, however its calls nest.
+void PatternAnalysis::findBracketBalances() {
+    const auto& nodes = m_pattern.m_nodes;
+    std::vector<Balance> balances(nodes.size());
+    bool changed = true;
+    while (changed) {
+        changed = false;
+        for (std::size_t i = 0; i < nodes.size(); ++i) {
+            const PatternNode& part = nodes[i];
+            Balance found;
+            switch (part.kind) {
+                case Kind::Empty:
+                    found = Balance::fixed(0);
+                    break;
+                case Kind::Run:
+                    found = runBalance(part);
+                    break;
+                case Kind::Sequence:
+                    found = balances[part.first].then(balances[part.second]);
+                    break;
+                case Kind::Choice:
+                    for (std::uint32_t k = 0; k < part.second; ++k) {
+                        found = found.joined(balances[m_pattern.m_alternatives[part.first + k]]);
+                    }
+                    break;
+                case Kind::Star:
+                    found = Balance::fixed(0).joined(balances[part.first]);
+                    break;
+                case Kind::History:
+                case Kind::Call:
+                    found = balances[part.first];
+                    break;
+            }
+            found = balances[i].joined(found);
+            if (found != balances[i]) {
+                balances[i] = found;
+                changed = true;
+            }
+        }
+    }
+    auto& result = m_pattern.m_bracketBalance;
+    result.assign(nodes.size(), std::nullopt);
+    for (std::size_t i = 0; i < nodes.size(); ++i) {
+        if (balances[i].state == Balance::State::Fixed) result[i] = balances[i].count;
     }
 }
 

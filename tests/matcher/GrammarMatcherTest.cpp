@@ -115,6 +115,30 @@ TEST(GrammarMatcher, EvaluatesDeepNesting) {
               (std::vector<ColouredSpan>{{costly, SpanColour::Black}}));
 }
 
+// A part that reads a fixed count of parentheses only ends where the text's depth allows it; where
+// the count varies (a class holding a parenthesis, a repeated or optional one, alternatives that
+// differ, a repetition of an unbalanced part) nothing may be ruled out for it.
+TEST(GrammarMatcher, FollowsOnigurumaWhereParenthesesDoNotBalance) {
+    const std::pair<const char*, const char*> cases[] = {
+        {R"(\((?:a|\(b\))*\))", "((a)"},
+        {R"([()]{2}a)", "(()a"},
+        {R"(\(+a)", "x((a"},
+        {R"((?:\(|x)y\))", "(xy)"},
+        {R"(\(\(?a\))", "((a)"},
+        {R"((?:\(a)*b)", "x(a(ab"},
+        {R"((?<p>\((?:\g<p>|a)\)){0}x\g<p>)", "x((a)x((a))"}};
+    const auto range = [](const auto& match) {
+        if (!match) return std::string("none");
+        return std::to_string(match->range().location) + "+" +
+               std::to_string(match->range().length);
+    };
+    for (const auto& [pattern, text] : cases) {
+        EXPECT_EQ(range(GrammarMatcher(pattern, 0).search(text)),
+                  range(Regex(pattern).search(text)))
+            << pattern << " in " << text;
+    }
+}
+
 TEST(GrammarMatcher, RefusesWhatItCannotMatchAsOnigurumaWould) {
     for (const char* pattern :
          {"a*?", "a*+", "(?=a)b", "(a)\\1", "(a", "a)", "[ab", "[^a]", "a.b", "^a", "\\g<x>",
