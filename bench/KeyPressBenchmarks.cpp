@@ -54,13 +54,10 @@ void BM_KeyPress_TypicalCorpus(benchmark::State& state) {
 }
 BENCHMARK(BM_KeyPress_TypicalCorpus)->Unit(benchmark::kMicrosecond);
 
-// A long paste of one shape repeated, then one more key: unclosed nested parentheses (the
-// costliest shape) or a sum of timecodes (the running time of a cut).
-void keyAfterPaste(benchmark::State& state, const std::string& unit) {
+// A long paste, then one more key: unclosed or closed nested parentheses (the costliest shapes)
+// or a sum of timecodes (the running time of a cut).
+void keyAfterPaste(benchmark::State& state, const std::string& text) {
     auto calc = shownCalculator();
-    const std::size_t length = static_cast<std::size_t>(state.range(0));
-    std::string text;
-    while (text.size() + unit.size() <= length) text += unit;
     for (auto _ : state) {
         state.PauseTiming();
         placeText(*calc, text);
@@ -68,13 +65,26 @@ void keyAfterPaste(benchmark::State& state, const std::string& unit) {
         pressKey(*calc, '1');
     }
 }
+std::string repeated(const std::string& unit, std::size_t length) {
+    std::string text;
+    while (text.size() + unit.size() <= length) text += unit;
+    return text;
+}
+
 void BM_KeyPress_NestedPaste(benchmark::State& state) {
-    keyAfterPaste(state, "(1+");
+    keyAfterPaste(state, repeated("(1+", static_cast<std::size_t>(state.range(0))));
 }
 BENCHMARK(BM_KeyPress_NestedPaste)->Arg(10000)->Arg(32766)->Unit(benchmark::kMillisecond);
 
+// "((…(1+1)+1…)+1)", one key short of the field's length.
+void BM_KeyPress_ClosedNestingPaste(benchmark::State& state) {
+    const auto depth = static_cast<std::size_t>((state.range(0) - 1) / 4);
+    keyAfterPaste(state, std::string(depth, '(') + "1" + repeated("+1)", 3 * depth));
+}
+BENCHMARK(BM_KeyPress_ClosedNestingPaste)->Arg(10000)->Arg(32766)->Unit(benchmark::kMillisecond);
+
 void BM_KeyPress_TimecodeSumPaste(benchmark::State& state) {
-    keyAfterPaste(state, "01:00:00.00|25+");
+    keyAfterPaste(state, repeated("01:00:00.00|25+", static_cast<std::size_t>(state.range(0))));
 }
 BENCHMARK(BM_KeyPress_TimecodeSumPaste)->Arg(32766)->Unit(benchmark::kMillisecond);
 

@@ -10,7 +10,7 @@
 
 #include "Arena.h"
 #include "BracketDepths.h"
-#include "StreamTable.h"
+#include "StreamIndex.h"
 #include "WorkspacePool.h"
 
 // Why the first end of the root, from the first start position that has one, is exactly the match
@@ -111,9 +111,11 @@ struct EndStreams::Round {
 // list being run through (first part of a sequence, body of a history group), `inner` the list
 // taken for the current outer end (the rest of a sequence) or the current alternative of a choice.
 struct EndStreams::Stream {
-    const PatternNode* part = nullptr;
-    std::uint32_t partIndex = 0;
+    std::uint32_t part = 0;
     std::uint32_t start = 0;
+    std::uint32_t id = 0;
+    bool finished = false;
+    bool waiting = false;
     End* ends = nullptr;
     std::uint32_t size = 0;
     std::uint32_t capacity = 0;
@@ -126,33 +128,28 @@ struct EndStreams::Stream {
     Round* rounds = nullptr;
     std::uint32_t roundCount = 0;
     std::uint32_t roundCapacity = 0;
-    bool finished = false;
-    bool waiting = false;
 };
 
 // What a search needs besides the pattern and the text, kept per thread from search to search.
 struct EndStreams::Workspace {
     Arena arena;
-    StreamTable<Stream> streams;
+    StreamIndex<Stream> streams;
     BracketDepths depths;
     std::vector<Request> work;
-    std::vector<std::uint64_t> aliases;
+    std::vector<std::pair<std::uint32_t, std::uint32_t>> aliases;
 };
 
 EndStreams::EndStreams(const GrammarPattern& pattern, std::string_view text)
     : m_pattern(pattern), m_text(text), m_lookahead(pattern, text) {
-    if (pattern.nodes().size() > 0xFFFF || text.size() > 0xFFFFFFFFu) {
-        throw std::length_error("grammar or text too large for the stream table");
-    }
     m_space = borrowWorkspace<Workspace>();
+    m_space->streams.reset(pattern.nodes().size(), text.size());
     m_space->depths.index(text);
-    m_noEnds = m_space->arena.allocate<Stream>(1);
+    m_noEnds = m_space->streams.add(m_space->arena);
     m_noEnds->finished = true;
 }
 
 EndStreams::~EndStreams() {
     m_space->arena.reset();
-    m_space->streams.reset();
     m_space->work.clear();
     returnWorkspace(std::move(m_space));
 }
@@ -170,7 +167,7 @@ EndStreams::Stream* EndStreams::streamAt(std::uint32_t part, std::uint32_t start
     // sequence whose first part has a single plain end for the rest from there, a choice where one
     // alternative alone can match for that alternative. Followed in a loop, since with a grammar
     // that calls itself behind a parenthesis such a chain can be as long as the text.
-    std::vector<std::uint64_t>& keys = m_space->aliases;
+    auto& keys = m_space->aliases;
     keys.clear();
     Stream* stream = nullptr;
     while (stream == nullptr) {
@@ -178,12 +175,11 @@ EndStreams::Stream* EndStreams::streamAt(std::uint32_t part, std::uint32_t start
             stream = m_noEnds;
             break;
         }
-        const std::uint64_t key = (std::uint64_t{part} << 32) | start;
-        if (Stream* known = m_space->streams.find(key)) {
+        if (Stream* known = m_space->streams.find(part, start)) {
             stream = known;
             break;
         }
-        keys.push_back(key);
+        keys.emplace_back(part, start);
         const PatternNode& node = m_pattern.nodes()[part];
         std::optional<std::uint32_t> headEnd;
         std::optional<std::uint32_t> alternative;
@@ -201,7 +197,9 @@ EndStreams::Stream* EndStreams::streamAt(std::uint32_t part, std::uint32_t start
             stream = newStream(part, start);
         }
     }
-    for (const std::uint64_t key : keys) m_space->streams.insert(key, stream);
+    for (const auto& [aliasPart, aliasStart] : keys) {
+        m_space->streams.insert(aliasPart, aliasStart, *stream, m_space->arena);
+    }
     return stream;
 }
 
@@ -215,17 +213,17 @@ bool EndStreams::plainlyWithoutEnds(std::uint32_t part, std::uint32_t start) con
 }
 
 EndStreams::Stream* EndStreams::newStream(std::uint32_t part, std::uint32_t start) {
-    Stream* stream = m_space->arena.allocate<Stream>(1);
-    stream->part = &m_pattern.nodes()[part];
-    stream->partIndex = part;
+    Stream* stream = m_space->streams.add(m_space->arena);
+    stream->part = part;
     stream->start = start;
-    if (stream->part->kind == Kind::Empty) {
+    const PatternNode& node = m_pattern.nodes()[part];
+    if (node.kind == Kind::Empty) {
         append(*stream, start, nullptr);
         stream->finished = true;
-    } else if (stream->part->kind == Kind::Run) {
+    } else if (node.kind == Kind::Run) {
         // Greedy: the longest run first, then one character fewer at a time.
-        const std::uint32_t length = m_lookahead.runLength(*stream->part, start);
-        for (std::uint32_t n = length + 1; n-- > stream->part->minCount;) {
+        const std::uint32_t length = m_lookahead.runLength(node, start);
+        for (std::uint32_t n = length + 1; n-- > node.minCount;) {
             append(*stream, start + n, nullptr);
         }
         stream->finished = true;
@@ -257,7 +255,7 @@ void EndStreams::require(Stream* stream, std::uint32_t index) {
 // One step of a stream: it gains an end, or finishes, or names the list and index that it has to
 // wait for.
 EndStreams::Request EndStreams::advance(Stream& stream) {
-    const PatternNode& part = *stream.part;
+    const PatternNode& part = m_pattern.nodes()[stream.part];
     switch (part.kind) {
         case Kind::Sequence:
             return advanceSequence(stream, part);
@@ -313,7 +311,7 @@ EndStreams::Request EndStreams::advanceStar(Stream& stream, const PatternNode& p
 
 void EndStreams::pushRound(Stream& stream, std::uint32_t position, const Derivation* derivation) {
     if (stream.roundCount == stream.roundCapacity) {
-        const std::uint32_t capacity = std::max<std::uint32_t>(4, stream.roundCapacity * 2);
+        const std::uint32_t capacity = std::max<std::uint32_t>(1, stream.roundCapacity * 2);
         Round* rounds = m_space->arena.allocate<Round>(capacity);
         if (stream.roundCount > 0) {
             std::memcpy(rounds, stream.rounds, stream.roundCount * sizeof(Round));
@@ -430,7 +428,7 @@ bool EndStreams::claim(Stream& stream, std::uint32_t position) {
 
 void EndStreams::append(Stream& stream, std::uint32_t position, const Derivation* derivation) {
     if (stream.size == stream.capacity) {
-        const std::uint32_t capacity = std::max<std::uint32_t>(4, stream.capacity * 2);
+        const std::uint32_t capacity = std::max<std::uint32_t>(1, stream.capacity * 2);
         End* ends = m_space->arena.allocate<End>(capacity);
         if (stream.size > 0) std::memcpy(ends, stream.ends, stream.size * sizeof(End));
         stream.ends = ends;
