@@ -11,7 +11,8 @@ namespace vantrel {
 
 // Bump allocation for everything of one search, released together. The blocks are kept for the
 // next search on the thread: fresh memory costs a page fault per page, which would outweigh the
-// matching itself.
+// matching itself. Up to kKeptBytes, which covers the costliest text the input field holds, so
+// that each key typed after a long paste works in the memory of the key before.
 class Arena {
 public:
     template <typename T>
@@ -43,7 +44,7 @@ public:
 private:
     static constexpr std::size_t kFirstBlockBytes = 16 << 10;
     static constexpr std::size_t kLargestBlockBytes = 1 << 20;
-    static constexpr std::size_t kKeptBytes = 8 << 20;
+    static constexpr std::size_t kKeptBytes = 64 << 20;
 
     struct Block {
         std::unique_ptr<std::byte[]> memory;
