@@ -24,12 +24,17 @@ public:
         T* first = std::launder(reinterpret_cast<T*>(m_next));
         m_next += bytes;
         m_left -= bytes;
+        m_used += bytes;
         std::uninitialized_value_construct_n(first, count);
         return first;
     }
 
+    /// Bytes handed out since the last reset.
+    std::size_t used() const { return m_used; }
+
     // Starts over in the first block, keeping at most kKeptBytes of blocks.
     void reset() {
+        m_used = 0;
         std::size_t kept = 0;
         std::size_t count = 0;
         while (count < m_blocks.size() && kept + m_blocks[count].size <= kKeptBytes) {
@@ -74,6 +79,7 @@ private:
     std::size_t m_current = 0;
     std::byte* m_next = nullptr;
     std::size_t m_left = 0;
+    std::size_t m_used = 0;
 };
 
 }  // namespace vantrel

@@ -31,6 +31,18 @@ public:
         }
     }
 
+    /// The first position where the depth ranges of the two texts differ, or the end of the
+    /// shorter.
+    std::size_t firstDifference(const BracketDepths& other) const {
+        const std::size_t size = std::min(m_depth.size(), other.m_depth.size());
+        std::size_t position = 0;
+        while (position < size && m_lowest[position] == other.m_lowest[position] &&
+               m_highest[position] == other.m_highest[position]) {
+            ++position;
+        }
+        return position;
+    }
+
     /// Whether some position from `from` on lies `balance` deeper than `start`.
     bool reachable(std::uint32_t start, std::uint32_t from, std::int32_t balance) const {
         if (from >= m_depth.size()) return false;

@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
+#include <exception>
 #include <memory>
 #include <new>
 #include <stdexcept>
+#include <string>
 #include <type_traits>
 
 #include "Arena.h"
@@ -114,8 +116,12 @@ struct EndStreams::Stream {
     std::uint32_t part = 0;
     std::uint32_t start = 0;
     std::uint32_t id = 0;
+    // One past the last position whose character (or the end of the text) the list depends on.
+    std::uint32_t reach = 0;
     bool finished = false;
     bool waiting = false;
+    // Worked out for an earlier text and no longer right for this one.
+    bool stale = false;
     End* ends = nullptr;
     std::uint32_t size = 0;
     std::uint32_t capacity = 0;
@@ -130,28 +136,79 @@ struct EndStreams::Stream {
     std::uint32_t roundCapacity = 0;
 };
 
-// What a search needs besides the pattern and the text, kept per thread from search to search.
+// What a search needs besides the pattern and the text, kept per thread from search to search,
+// with the streams of the last search and what they were worked out for.
 struct EndStreams::Workspace {
     Arena arena;
     StreamIndex<Stream> streams;
     BracketDepths depths;
+    BracketDepths lastDepths;
     std::vector<Request> work;
     std::vector<std::pair<std::uint32_t, std::uint32_t>> aliases;
+    // The list of a part that plainly has no ends where it was asked for; whoever asked has read
+    // what decided that.
+    Stream* noEnds = nullptr;
+    std::uint64_t pattern = 0;
+    std::string text;
+    bool reusable = false;
 };
 
 EndStreams::EndStreams(const GrammarPattern& pattern, std::string_view text)
-    : m_pattern(pattern), m_text(text), m_lookahead(pattern, text) {
-    m_space = borrowWorkspace<Workspace>();
-    m_space->streams.reset(pattern.nodes().size(), text.size());
+    : m_pattern(pattern),
+      m_text(text),
+      m_lookahead(pattern, text),
+      m_reachLimit(static_cast<std::uint32_t>(text.size() + 1)) {
+    m_space = borrowWorkspace<Workspace>(
+        [&](const Workspace& space) { return space.pattern == pattern.serial(); }, kWorkspacesKept);
+    std::swap(m_space->depths, m_space->lastDepths);
     m_space->depths.index(text);
-    m_noEnds = m_space->streams.add(m_space->arena);
-    m_noEnds->finished = true;
+    keepWhatStillHolds();
+    m_space->pattern = pattern.serial();
+    m_space->text.assign(text);
+    m_space->reusable = false;
 }
 
 EndStreams::~EndStreams() {
-    m_space->arena.reset();
     m_space->work.clear();
+    // A search cut short by an exception may leave streams half-way; the next one starts afresh.
+    m_space->reusable = std::uncaught_exceptions() == 0;
     returnWorkspace(std::move(m_space));
+}
+
+// Typing at the end of a long text changes only what the streams that read the end found: every
+// other stream of the last text still holds, so a key press after a long paste works out a few
+// streams instead of all of them. A finished stream holds when the new text agrees with the last
+// one below its reach, and so do the depth ranges the bracket shortcut reads there. Streams that
+// no longer hold stay in the arena as garbage until it is reset: when they outnumber those kept in
+// an arena of some size, or the arena has grown past what the costliest text needs, the search
+// starts afresh instead.
+void EndStreams::keepWhatStillHolds() {
+    Workspace& space = *m_space;
+    std::uint32_t unchanged = 0;
+    if (space.reusable && space.pattern == m_pattern.serial()) {
+        const auto same =
+            std::mismatch(m_text.begin(), m_text.end(), space.text.begin(), space.text.end());
+        unchanged = static_cast<std::uint32_t>(same.first - m_text.begin());
+        if (same.first == m_text.end() && same.second == space.text.end()) ++unchanged;
+        unchanged = std::min(
+            unchanged, static_cast<std::uint32_t>(space.depths.firstDifference(space.lastDepths)));
+    }
+    std::size_t kept = 0;
+    std::size_t dropped = 0;
+    if (unchanged > 0) {
+        space.streams.forEach([&](Stream& stream) {
+            if (!stream.stale && (!stream.finished || stream.reach > unchanged))
+                stream.stale = true;
+            ++(stream.stale ? dropped : kept);
+        });
+    }
+    const std::size_t used = space.arena.used();
+    if (kept == 0 || (dropped > kept && used > kGarbageIgnoredBytes) || used > kMostBytesKept) {
+        space.arena.reset();
+        space.streams.reset(m_pattern.nodes().size() + 1);
+        space.noEnds = space.streams.add(space.arena);
+        space.noEnds->finished = true;
+    }
 }
 
 std::optional<std::vector<CaptureRecord>> EndStreams::firstMatch(std::uint32_t part,
@@ -172,10 +229,11 @@ EndStreams::Stream* EndStreams::streamAt(std::uint32_t part, std::uint32_t start
     Stream* stream = nullptr;
     while (stream == nullptr) {
         if (plainlyWithoutEnds(part, start)) {
-            stream = m_noEnds;
+            stream = keys.empty() ? m_space->noEnds : noEndsAt(start);
             break;
         }
-        if (Stream* known = m_space->streams.find(part, start)) {
+        Stream* known = m_space->streams.find(part, start);
+        if (known != nullptr && !known->stale) {
             stream = known;
             break;
         }
@@ -187,7 +245,10 @@ EndStreams::Stream* EndStreams::streamAt(std::uint32_t part, std::uint32_t start
             part = node.first;
         } else if (node.kind == Kind::Sequence &&
                    m_lookahead.headKnownWithoutWork(node, start, headEnd)) {
-            if (!headEnd) stream = m_noEnds;
+            if (!headEnd) {
+                stream =
+                    noEndsAt(start + m_lookahead.runLength(m_pattern.nodes()[node.first], start));
+            }
             part = node.second;
             start = headEnd.value_or(start);
         } else if (node.kind == Kind::Choice &&
@@ -200,6 +261,37 @@ EndStreams::Stream* EndStreams::streamAt(std::uint32_t part, std::uint32_t start
     for (const auto& [aliasPart, aliasStart] : keys) {
         m_space->streams.insert(aliasPart, aliasStart, *stream, m_space->arena);
     }
+    return stream;
+}
+
+// The stream of a part at a position, for a stream that goes on from there: asking reads the text
+// (whether the part can begin there, the depth range from the next position), and the answer
+// depends on that as much as on the list.
+EndStreams::Stream* EndStreams::consult(Stream& stream, std::uint32_t part,
+                                        std::uint32_t position) {
+    stream.reach = std::max(stream.reach, plainReach(position));
+    return streamAt(part, position);
+}
+
+// What a part at the position reads before any work, and what each way of standing for another
+// stream there reads, lies before the position after it (the character that may begin a part, the
+// depth range from the next position, a run up to the next start).
+std::uint32_t EndStreams::plainReach(std::uint32_t position) const {
+    return std::min(position + 2, m_reachLimit);
+}
+
+// An empty list for a chain of stand-ins that ends at the position: one stream per position
+// carries the reach of what decided it for every key of such chains.
+EndStreams::Stream* EndStreams::noEndsAt(std::uint32_t position) {
+    const auto noEnds = static_cast<std::uint32_t>(m_pattern.nodes().size());
+    Stream* stream = m_space->streams.find(noEnds, position);
+    if (stream != nullptr && !stream->stale) return stream;
+    stream = m_space->streams.add(m_space->arena);
+    stream->part = noEnds;
+    stream->start = position;
+    stream->reach = plainReach(position);
+    stream->finished = true;
+    m_space->streams.insert(noEnds, position, *stream, m_space->arena);
     return stream;
 }
 
@@ -216,6 +308,7 @@ EndStreams::Stream* EndStreams::newStream(std::uint32_t part, std::uint32_t star
     Stream* stream = m_space->streams.add(m_space->arena);
     stream->part = part;
     stream->start = start;
+    stream->reach = plainReach(start);
     const PatternNode& node = m_pattern.nodes()[part];
     if (node.kind == Kind::Empty) {
         append(*stream, start, nullptr);
@@ -226,6 +319,7 @@ EndStreams::Stream* EndStreams::newStream(std::uint32_t part, std::uint32_t star
         for (std::uint32_t n = length + 1; n-- > node.minCount;) {
             append(*stream, start + n, nullptr);
         }
+        stream->reach = std::max(stream->reach, std::min(start + length + 1, m_reachLimit));
         stream->finished = true;
     }
     return stream;
@@ -291,10 +385,11 @@ EndStreams::Request EndStreams::advanceStar(Stream& stream, const PatternNode& p
     if (stream.rounds == nullptr) pushRound(stream, stream.start, nullptr);
     while (stream.roundCount > 0) {
         Round& round = stream.rounds[stream.roundCount - 1];
-        if (round.body == nullptr) round.body = streamAt(part.first, round.position);
+        if (round.body == nullptr) round.body = consult(stream, part.first, round.position);
         Stream& body = *round.body;
         if (round.next >= body.size) {
             if (!body.finished) return {&body, round.next};
+            absorb(stream, body);
             --stream.roundCount;
             append(stream, round.position, round.derivation);
             return {};
@@ -331,6 +426,7 @@ std::optional<EndStreams::End> EndStreams::nextInnerEnd(Stream& stream, Request&
     if (!inner.finished) {
         wait = {&inner, stream.innerIndex};
     } else {
+        absorb(stream, inner);
         stream.inner = nullptr;
         ++stream.outerIndex;
     }
@@ -344,12 +440,13 @@ EndStreams::Request EndStreams::advanceConcatenation(Stream& stream, std::uint32
             Stream& outer = *stream.outer;
             if (stream.outerIndex >= outer.size) {
                 if (outer.finished) {
+                    absorb(stream, outer);
                     stream.finished = true;
                     return {};
                 }
                 return {&outer, stream.outerIndex};
             }
-            stream.inner = streamAt(tailPart, outer.ends[stream.outerIndex].position);
+            stream.inner = consult(stream, tailPart, outer.ends[stream.outerIndex].position);
             stream.innerIndex = 0;
         }
         Request wait;
@@ -395,6 +492,7 @@ EndStreams::Request EndStreams::advanceHistory(Stream& stream, const PatternNode
     Stream& body = *stream.outer;
     if (stream.outerIndex >= body.size) {
         if (body.finished) {
+            absorb(stream, body);
             stream.finished = true;
             return {};
         }
@@ -405,6 +503,11 @@ EndStreams::Request EndStreams::advanceHistory(Stream& stream, const PatternNode
     *capture = {end.derivation, nullptr, part.group, stream.start, end.position};
     append(stream, end.position, capture);
     return {};
+}
+
+// A stream done with a list it consulted depends on whatever that list depended on.
+void EndStreams::absorb(Stream& stream, const Stream& consulted) {
+    stream.reach = std::max(stream.reach, consulted.reach);
 }
 
 // Marks the position as an end of the stream; false when it was one already.

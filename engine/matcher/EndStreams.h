@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -16,7 +17,9 @@ namespace vantrel {
 /// start position, where the part can end, in the order in which a backtracking matcher reaches
 /// those ends, each with the captures of the first way there. Lists are worked out only as far as
 /// they are asked for, and kept for the whole text, so searching from every start position shares
-/// them. EndStreams.cpp explains why this gives exactly a backtracking matcher's first match.
+/// them; the finished lists that do not depend on what changed are kept for the next text of the
+/// pattern on the thread, so typing on a long text works out little more than what the key
+/// changed. EndStreams.cpp explains why this gives exactly a backtracking matcher's first match.
 class EndStreams {
 public:
     EndStreams(const GrammarPattern& pattern, std::string_view text);
@@ -39,7 +42,18 @@ private:
         std::uint32_t index = 0;
     };
 
+    // Past this many bytes of arena, garbage included, a search starts afresh; below the smaller
+    // figure, so much garbage is not worth it.
+    static constexpr std::size_t kMostBytesKept = 64 << 20;
+    static constexpr std::size_t kGarbageIgnoredBytes = 1 << 20;
+    // Patterns whose streams a thread keeps at once (the engine searches with one).
+    static constexpr std::size_t kWorkspacesKept = 4;
+
+    void keepWhatStillHolds();
+    Stream* consult(Stream& stream, std::uint32_t part, std::uint32_t position);
     Stream* streamAt(std::uint32_t part, std::uint32_t start);
+    std::uint32_t plainReach(std::uint32_t position) const;
+    Stream* noEndsAt(std::uint32_t position);
     bool plainlyWithoutEnds(std::uint32_t part, std::uint32_t start) const;
     Stream* newStream(std::uint32_t part, std::uint32_t start);
 
@@ -53,6 +67,7 @@ private:
     std::optional<End> nextInnerEnd(Stream& stream, Request& wait);
     void pushRound(Stream& stream, std::uint32_t position, const Derivation* derivation);
 
+    void absorb(Stream& stream, const Stream& consulted);
     bool claim(Stream& stream, std::uint32_t position);
     void append(Stream& stream, std::uint32_t position, const Derivation* derivation);
     const Derivation* concatenation(const Derivation* first, const Derivation* second);
@@ -61,8 +76,8 @@ private:
     const GrammarPattern& m_pattern;
     std::string_view m_text;
     Lookahead m_lookahead;
+    std::uint32_t m_reachLimit;
     std::unique_ptr<Workspace> m_space;
-    Stream* m_noEnds = nullptr;
 };
 
 }  // namespace vantrel

@@ -1,5 +1,6 @@
 #include "GrammarPattern.h"
 
+#include <atomic>
 #include <map>
 #include <stdexcept>
 
@@ -352,6 +353,8 @@ private:
 };
 
 GrammarPattern::GrammarPattern(std::string_view text) {
+    static std::atomic<std::uint64_t> lastSerial{0};
+    m_serial = ++lastSerial;
     PatternReader(text, *this).read();
 }
 

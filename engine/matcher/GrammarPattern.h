@@ -71,6 +71,9 @@ public:
         return m_firstCharacters[part];
     }
 
+    /// Tells patterns apart for working memory kept from one search to the next: a pattern read
+    /// later never has the serial of one read before, even at the same address.
+    std::uint64_t serial() const { return m_serial; }
     /// The count of "(" less ")" that every match of the part reads, when all its matches read the
     /// same: a part that balances its parentheses can only end where the text's depth returns.
     std::optional<std::int32_t> bracketBalance(std::uint32_t part) const {
@@ -89,6 +92,7 @@ private:
     std::vector<std::bitset<256>> m_firstCharacters;
     std::vector<std::optional<std::int32_t>> m_bracketBalance;
     std::uint32_t m_root = 0;
+    std::uint64_t m_serial = 0;
 };
 
 }  // namespace vantrel

@@ -18,11 +18,11 @@ namespace vantrel {
 template <typename Stream>
 class StreamIndex {
 public:
-    // Starts over for a text; the pages and chunks of the last search went with the arena's reset.
-    void reset(std::size_t partCount, std::size_t textSize) {
-        m_pagesPerColumn = textSize / kPagePositions + 1;
+    // Starts over; the pages and chunks of the last search went with the arena's reset.
+    void reset(std::size_t partCount) {
+        for (std::size_t column = 0; column < m_columnCount; ++column) m_pages[column].clear();
+        m_columnCount = 0;
         m_columnOf.assign(partCount, kNoColumn);
-        m_pages.clear();
         m_chunks.clear();
         m_count = 0;
     }
@@ -38,23 +38,30 @@ public:
     Stream* find(std::uint32_t part, std::uint32_t start) const {
         const std::uint32_t column = m_columnOf[part];
         if (column == kNoColumn) return nullptr;
-        const std::uint32_t* page = m_pages[column * m_pagesPerColumn + start / kPagePositions];
-        if (page == nullptr) return nullptr;
-        const std::uint32_t entry = page[start % kPagePositions];
-        if (entry == kUnknown) return nullptr;
-        const std::uint32_t id = entry - 1;
-        return &m_chunks[id / kChunkStreams][id % kChunkStreams];
+        const std::vector<std::uint32_t*>& pages = m_pages[column];
+        const std::size_t page = start / kPagePositions;
+        if (page >= pages.size() || pages[page] == nullptr) return nullptr;
+        const std::uint32_t entry = pages[page][start % kPagePositions];
+        return entry == kUnknown ? nullptr : &stream(entry - 1);
     }
 
     void insert(std::uint32_t part, std::uint32_t start, const Stream& stream, Arena& arena) {
         std::uint32_t& column = m_columnOf[part];
         if (column == kNoColumn) {
-            column = static_cast<std::uint32_t>(m_pages.size() / m_pagesPerColumn);
-            m_pages.resize(m_pages.size() + m_pagesPerColumn, nullptr);
+            column = static_cast<std::uint32_t>(m_columnCount++);
+            if (m_pages.size() < m_columnCount) m_pages.resize(m_columnCount);
         }
-        std::uint32_t*& page = m_pages[column * m_pagesPerColumn + start / kPagePositions];
-        if (page == nullptr) page = arena.allocate<std::uint32_t>(kPagePositions);
-        page[start % kPagePositions] = stream.id + 1;
+        std::vector<std::uint32_t*>& pages = m_pages[column];
+        const std::size_t page = start / kPagePositions;
+        if (page >= pages.size()) pages.resize(page + 1, nullptr);
+        if (pages[page] == nullptr) pages[page] = arena.allocate<std::uint32_t>(kPagePositions);
+        pages[page][start % kPagePositions] = stream.id + 1;
+    }
+
+    // Every stream so far, in the order of their numbers.
+    template <typename Visit>
+    void forEach(Visit visit) {
+        for (std::uint32_t id = 0; id < m_count; ++id) visit(stream(id));
     }
 
 private:
@@ -63,9 +70,13 @@ private:
     static constexpr std::uint32_t kNoColumn = UINT32_MAX;
     static constexpr std::uint32_t kUnknown = 0;
 
-    std::size_t m_pagesPerColumn = 1;
+    Stream& stream(std::uint32_t id) const {
+        return m_chunks[id / kChunkStreams][id % kChunkStreams];
+    }
+
     std::vector<std::uint32_t> m_columnOf;
-    std::vector<std::uint32_t*> m_pages;
+    std::vector<std::vector<std::uint32_t*>> m_pages;
+    std::size_t m_columnCount = 0;
     std::vector<Stream*> m_chunks;
     std::uint32_t m_count = 0;
 };

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <algorithm>
+#include <cstddef>
+#include <iterator>
 #include <memory>
 #include <vector>
 
@@ -20,6 +23,24 @@ std::unique_ptr<Workspace> borrowWorkspace() {
     if (idle.empty()) return std::make_unique<Workspace>();
     std::unique_ptr<Workspace> space = std::move(idle.back());
     idle.pop_back();
+    return space;
+}
+
+/// As above, preferring the workspace handed back last for which `fits` holds: one that kept
+/// something the search can use again. Without one, a new workspace while fewer than `kept` are
+/// idle, so that searches of different patterns keep theirs apart; else the one idle longest.
+template <typename Workspace, typename Fits>
+std::unique_ptr<Workspace> borrowWorkspace(Fits fits, std::size_t kept) {
+    auto& idle = idleWorkspaces<Workspace>();
+    auto chosen = std::find_if(idle.rbegin(), idle.rend(), [&](const auto& space) {
+                      return fits(*space);
+                  }).base();
+    if (chosen == idle.begin()) {
+        if (idle.size() < kept) return std::make_unique<Workspace>();
+        chosen = std::next(idle.begin());
+    }
+    std::unique_ptr<Workspace> space = std::move(*std::prev(chosen));
+    idle.erase(std::prev(chosen));
     return space;
 }
 

@@ -31,7 +31,14 @@ std::uint32_t ExpressionGenerator::below(std::size_t bound) {
     return static_cast<std::uint32_t>(((z ^ (z >> 31)) >> 32) * bound >> 32);
 }
 
+// A third of the texts are the text before with a key or two pressed, as people type: the
+// matcher then keeps what it worked out for the text before.
 std::string ExpressionGenerator::next() {
+    m_last = !m_last.empty() && chance(35) ? typedOn(std::move(m_last)) : fresh();
+    return m_last;
+}
+
+std::string ExpressionGenerator::fresh() {
     const std::uint32_t kind = below(100);
     if (kind < 9) {
         const std::size_t index = below(kAcceptedExamples.size() + kRejectedExamples.size());
@@ -112,6 +119,17 @@ std::string ExpressionGenerator::nestedChain() {
 
 // One or two of: cut short, a character dropped, added, changed or made non-ASCII, a parenthesis
 // added, a piece repeated.
+// Mostly at the end, sometimes anywhere.
+std::string ExpressionGenerator::typedOn(std::string text) {
+    for (std::uint32_t keys = 1 + below(2); keys > 0; --keys) {
+        const std::uint32_t kind = below(10);
+        if (kind < 6) text += pick(kNearAlphabet);
+        if (kind >= 6 && kind < 8 && !text.empty()) text.pop_back();
+        if (kind >= 8) text = disturbed(std::move(text));
+    }
+    return text;
+}
+
 std::string ExpressionGenerator::disturbed(std::string text) {
     for (std::uint32_t round = 1 + below(2); round > 0; --round) {
         const std::size_t size = text.size();
