@@ -179,9 +179,9 @@ EndStreams::~EndStreams() {
 // other stream of the last text still holds, so a key press after a long paste works out a few
 // streams instead of all of them. A finished stream holds when the new text agrees with the last
 // one below its reach, and so do the depth ranges the bracket shortcut reads there. Streams that
-// no longer hold stay in the arena as garbage until it is reset: when they outnumber those kept in
-// an arena of some size, or the arena has grown past what the costliest text needs, the search
-// starts afresh instead.
+// no longer hold stay in the arena as garbage until it is reset: when they come to an eighth of
+// those kept in an arena of some size, or the arena has grown past what the costliest text needs,
+// the search starts afresh instead, which holds the garbage to a small part of the memory.
 void EndStreams::keepWhatStillHolds() {
     Workspace& space = *m_space;
     std::uint32_t unchanged = 0;
@@ -203,7 +203,7 @@ void EndStreams::keepWhatStillHolds() {
         });
     }
     const std::size_t used = space.arena.used();
-    if (kept == 0 || (dropped > kept && used > kGarbageIgnoredBytes) || used > kMostBytesKept) {
+    if (kept == 0 || (8 * dropped > kept && used > kGarbageIgnoredBytes) || used > kMostBytesKept) {
         space.arena.reset();
         space.streams.reset(m_pattern.nodes().size() + 1);
         space.noEnds = space.streams.add(space.arena);
