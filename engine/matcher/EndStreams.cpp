@@ -277,7 +277,7 @@ EndStreams::Stream* EndStreams::consult(Stream& stream, std::uint32_t part,
 // stream there reads, lies before the position after it (the character that may begin a part, the
 // depth range from the next position, a run up to the next start).
 std::uint32_t EndStreams::plainReach(std::uint32_t position) const {
-    return std::min(position + 2, m_reachLimit);
+    return position < m_reachLimit - 1 ? position + 2 : m_reachLimit;
 }
 
 // An empty list for a chain of stand-ins that ends at the position: one stream per position
