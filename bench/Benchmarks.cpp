@@ -5,7 +5,9 @@
 #include <benchmark/benchmark.h>
 
 #include <cstdint>
+#include <fstream>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "Calc.h"
@@ -113,6 +115,35 @@ void typeNested(benchmark::State& state, Closing closing) {
     state.counters["black_chars"] = static_cast<double>(black);
 }
 
+double residentMegabytes() {
+    std::ifstream statm("/proc/self/statm");
+    double size = 0;
+    double resident = 0;
+    statm >> size >> resident;
+    return resident * 4096 / (1 << 20);
+}
+
+// Keys typed one after another at the end of a 30,000-character paste of closed nesting, every
+// seventh a backspace. The engine keeps what still holds of the text before each key, and starts
+// afresh now and then; the counters are the resident memory after the paste and after the keys.
+void BM_TypingAfterLongPaste(benchmark::State& state) {
+    Calc calc = calcAt25fps();
+    std::string text = vantrel::bench::closedNestingPaste(30000);
+    typeCached(calc, text);
+    state.counters["pasted_MB"] = residentMegabytes();
+    constexpr std::string_view keys = "+1*2-3";
+    std::size_t key = 0;
+    for (auto _ : state) {
+        if (++key % 7 == 0) {
+            text.pop_back();
+        } else {
+            text += keys[key % keys.size()];
+        }
+        typeCached(calc, text);
+    }
+    state.counters["typed_MB"] = residentMegabytes();
+}
+
 void BM_Depth_Closed(benchmark::State& state) {
     typeNested(state, Closing::Closed);
 }
@@ -127,5 +158,6 @@ BENCHMARK(BM_Keystroke_CompileEachCall)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_Typing_Cached)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_Typing_CompileEachCall)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_Eager_Cached)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_TypingAfterLongPaste)->Iterations(3000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_Depth_Closed)->DenseRange(1, 30)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BM_Depth_Unclosed)->DenseRange(1, 30)->Unit(benchmark::kMicrosecond);

@@ -78,4 +78,9 @@ std::string nestedExpression(int depth, Closing closing) {
     return repeated("1+(", depth) + "1" + tail;
 }
 
+std::string closedNestingPaste(std::size_t length) {
+    const std::size_t depth = (length - 1) / 4;
+    return std::string(depth, '(') + "1" + repeated("+1)", static_cast<int>(depth));
+}
+
 }  // namespace vantrel::bench

@@ -21,6 +21,9 @@ enum class Closing { Closed, Unclosed };
 /// "1+(" repeated depth times, then "1", then, when closed, ")" repeated depth times.
 std::string nestedExpression(int depth, Closing closing);
 
+/// "((…(1+1)+1…)+1)" of at most `length` characters: the costliest closed shape to paste.
+std::string closedNestingPaste(std::size_t length);
+
 /// A long expression of about `length` characters: sums, products and divisions of timestamps,
 /// short forms, frame counts and numbers, with parentheses one level deep. Unclosed, it starts
 /// with a parenthesis that is never closed, as while the user is still typing.

@@ -76,10 +76,10 @@ void BM_KeyPress_NestedPaste(benchmark::State& state) {
 }
 BENCHMARK(BM_KeyPress_NestedPaste)->Arg(10000)->Arg(32766)->Unit(benchmark::kMillisecond);
 
-// "((…(1+1)+1…)+1)", one key short of the field's length.
+// Closed nesting, one key short of the field's length.
 void BM_KeyPress_ClosedNestingPaste(benchmark::State& state) {
-    const auto depth = static_cast<std::size_t>((state.range(0) - 1) / 4);
-    keyAfterPaste(state, std::string(depth, '(') + "1" + repeated("+1)", 3 * depth));
+    keyAfterPaste(state,
+                  vantrel::bench::closedNestingPaste(static_cast<std::size_t>(state.range(0))));
 }
 BENCHMARK(BM_KeyPress_ClosedNestingPaste)->Arg(10000)->Arg(32766)->Unit(benchmark::kMillisecond);
 
