@@ -12,6 +12,7 @@
 
 #include "Arena.h"
 #include "BracketDepths.h"
+#include "Derivation.h"
 #include "StreamIndex.h"
 #include "WorkspacePool.h"
 
@@ -80,20 +81,8 @@ namespace {
 // Below this many ends a stream looks for a duplicate by scanning its list; beyond, it keeps a
 // bit per position.
 constexpr std::uint32_t kScanLimit = 16;
-// Group number 0 is the root, which is never a derivation node: it marks a concatenation.
-constexpr std::uint32_t kConcatenation = 0;
 
 }  // namespace
-
-// One way through a part: a capture of a history group (group, begin, end, and in `inner` what the
-// group matched), or the concatenation of `inner` and `next`. A null derivation captured nothing.
-struct EndStreams::Derivation {
-    const Derivation* inner;
-    const Derivation* next;
-    std::uint32_t group;
-    std::uint32_t begin;
-    std::uint32_t end;
-};
 
 struct EndStreams::End {
     std::uint32_t position;
@@ -216,7 +205,7 @@ std::optional<std::vector<CaptureRecord>> EndStreams::firstMatch(std::uint32_t p
     Stream* stream = streamAt(part, start);
     require(stream, 0);
     if (stream->size == 0) return std::nullopt;
-    return records(start, stream->ends[0]);
+    return Derivation::records(stream->ends[0].derivation, start, stream->ends[0].position);
 }
 
 EndStreams::Stream* EndStreams::streamAt(std::uint32_t part, std::uint32_t start) {
@@ -398,7 +387,8 @@ EndStreams::Request EndStreams::advanceStar(Stream& stream, const PatternNode& p
         // The rounds still open lie before the end (the body never matches the empty text), so
         // the ends listed so far are all the positions entered before.
         if (!claim(stream, end.position)) continue;
-        pushRound(stream, end.position, concatenation(round.derivation, end.derivation));
+        pushRound(stream, end.position,
+                  Derivation::concatenation(m_space->arena, round.derivation, end.derivation));
     }
     stream.finished = true;
     return {};
@@ -457,7 +447,8 @@ EndStreams::Request EndStreams::advanceConcatenation(Stream& stream, std::uint32
         }
         if (!claim(stream, tail->position)) continue;
         const Derivation* head = stream.outer->ends[stream.outerIndex].derivation;
-        append(stream, tail->position, concatenation(head, tail->derivation));
+        append(stream, tail->position,
+               Derivation::concatenation(m_space->arena, head, tail->derivation));
         return {};
     }
 }
@@ -499,9 +490,9 @@ EndStreams::Request EndStreams::advanceHistory(Stream& stream, const PatternNode
         return {&body, stream.outerIndex};
     }
     const End end = body.ends[stream.outerIndex++];
-    auto* capture = m_space->arena.allocate<Derivation>(1);
-    *capture = {end.derivation, nullptr, part.group, stream.start, end.position};
-    append(stream, end.position, capture);
+    append(stream, end.position,
+           Derivation::capture(m_space->arena, end.derivation, part.group, stream.start,
+                               end.position));
     return {};
 }
 
@@ -538,40 +529,6 @@ void EndStreams::append(Stream& stream, std::uint32_t position, const Derivation
         stream.capacity = capacity;
     }
     stream.ends[stream.size++] = {position, derivation};
-}
-
-const EndStreams::Derivation* EndStreams::concatenation(const Derivation* first,
-                                                        const Derivation* second) {
-    if (first == nullptr) return second;
-    if (second == nullptr) return first;
-    auto* both = m_space->arena.allocate<Derivation>(1);
-    *both = {first, second, kConcatenation, 0, 0};
-    return both;
-}
-
-// The derivation read depth first into records. Without recursion, since concatenations chain as
-// long as the expression and captures nest as deep as its parentheses.
-std::vector<CaptureRecord> EndStreams::records(std::uint32_t start, const End& end) const {
-    std::vector<CaptureRecord> result{{0, start, end.position, 0}};
-    struct Pending {
-        const Derivation* derivation;
-        std::uint32_t level;
-    };
-    std::vector<Pending> pending{{end.derivation, 1}};
-    while (!pending.empty()) {
-        const Pending current = pending.back();
-        pending.pop_back();
-        const Derivation* derivation = current.derivation;
-        if (derivation == nullptr) continue;
-        if (derivation->group == kConcatenation) {
-            pending.push_back({derivation->next, current.level});
-            pending.push_back({derivation->inner, current.level});
-            continue;
-        }
-        result.push_back({derivation->group, derivation->begin, derivation->end, current.level});
-        pending.push_back({derivation->inner, current.level + 1});
-    }
-    return result;
 }
 
 }  // namespace vantrel

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "Derivation.h"
 #include "GrammarMatch.h"
 #include "GrammarPattern.h"
 #include "Lookahead.h"
@@ -33,7 +34,6 @@ public:
 
 private:
     struct Workspace;
-    struct Derivation;
     struct End;
     struct Round;
     struct Stream;
@@ -70,8 +70,6 @@ private:
     void absorb(Stream& stream, const Stream& consulted);
     bool claim(Stream& stream, std::uint32_t position);
     void append(Stream& stream, std::uint32_t position, const Derivation* derivation);
-    const Derivation* concatenation(const Derivation* first, const Derivation* second);
-    std::vector<CaptureRecord> records(std::uint32_t start, const End& end) const;
 
     const GrammarPattern& m_pattern;
     std::string_view m_text;
