@@ -78,6 +78,10 @@ std::string nestedExpression(int depth, Closing closing) {
     return repeated("1+(", depth) + "1" + tail;
 }
 
+std::string repeatedPaste(std::string_view unit, std::size_t length) {
+    return repeated(unit, static_cast<int>(length / unit.size()));
+}
+
 std::string closedNestingPaste(std::size_t length) {
     const std::size_t depth = (length - 1) / 4;
     return std::string(depth, '(') + "1" + repeated("+1)", static_cast<int>(depth));

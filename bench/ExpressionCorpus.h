@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <vector>
 
 // The texts the benchmarks feed to the engine: what film editors type, the same thing caught
@@ -20,6 +21,9 @@ enum class Closing { Closed, Unclosed };
 
 /// "1+(" repeated depth times, then "1", then, when closed, ")" repeated depth times.
 std::string nestedExpression(int depth, Closing closing);
+
+/// The unit repeated as often as it fits in `length` characters: a long paste of one shape.
+std::string repeatedPaste(std::string_view unit, std::size_t length);
 
 /// "((…(1+1)+1…)+1)" of at most `length` characters: the costliest closed shape to paste.
 std::string closedNestingPaste(std::size_t length);

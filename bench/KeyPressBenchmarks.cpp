@@ -65,14 +65,9 @@ void keyAfterPaste(benchmark::State& state, const std::string& text) {
         pressKey(*calc, '1');
     }
 }
-std::string repeated(const std::string& unit, std::size_t length) {
-    std::string text;
-    while (text.size() + unit.size() <= length) text += unit;
-    return text;
-}
-
 void BM_KeyPress_NestedPaste(benchmark::State& state) {
-    keyAfterPaste(state, repeated("(1+", static_cast<std::size_t>(state.range(0))));
+    keyAfterPaste(state,
+                  vantrel::bench::repeatedPaste("(1+", static_cast<std::size_t>(state.range(0))));
 }
 BENCHMARK(BM_KeyPress_NestedPaste)->Arg(10000)->Arg(32766)->Unit(benchmark::kMillisecond);
 
@@ -84,7 +79,8 @@ void BM_KeyPress_ClosedNestingPaste(benchmark::State& state) {
 BENCHMARK(BM_KeyPress_ClosedNestingPaste)->Arg(10000)->Arg(32766)->Unit(benchmark::kMillisecond);
 
 void BM_KeyPress_TimecodeSumPaste(benchmark::State& state) {
-    keyAfterPaste(state, repeated("01:00:00.00|25+", static_cast<std::size_t>(state.range(0))));
+    keyAfterPaste(state, vantrel::bench::repeatedPaste("01:00:00.00|25+",
+                                                       static_cast<std::size_t>(state.range(0))));
 }
 BENCHMARK(BM_KeyPress_TimecodeSumPaste)->Arg(32766)->Unit(benchmark::kMillisecond);
 
