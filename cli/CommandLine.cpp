@@ -25,9 +25,10 @@ Evaluates timecode expressions such as '01:00:10.12|25 + 00:00:05.00' and prints
 EXPRESSION argument or else for each line of standard input, one line: the PT result, a tab,
 and the PF result. A reading without a result leaves its field empty.
 
-  -r, --rate CODE      24, 25, 30, 23d, 29d, 23n, 29n, 48, 50, 60, 59d, 47n or 59n
-                       (default 24): d is drop frame, n non-drop at 23.976, 29.97,
-                       47.952 or 59.94
+  -r, --rate CODE      24, 25, 30, 23d, 29d, 23n, 29n, 48, 50, 60, 59d, 47n, 59n, 72, 96,
+                       95n, 100, 119n, 119d or 120 (default 24): d is drop frame, n
+                       non-drop at 23.976, 29.97, 47.952, 59.94, 95.904 or 119.88; at
+                       119n, 119d and 120 the frame field has three digits
   -d, --display MODE   time, number, film or disk (default time): the display state the
                        results are formatted for
   -l, --lazy           evaluate as the window does while typing (first match anywhere,
@@ -105,10 +106,19 @@ private:
     std::string m_message;
 };
 
+// "24, 25, ... or 120": every code, for the message about an unknown one.
+std::string rateCodeList() {
+    std::string codes;
+    for (std::size_t i = 0; i < kFrameRates.size(); ++i) {
+        if (i > 0) codes += i + 1 == kFrameRates.size() ? " or " : ", ";
+        codes += kFrameRates[i].suffix;
+    }
+    return codes;
+}
+
 int rateCode(std::string_view text) {
     if (const FrameRate* rate = frameRateForSuffix(text)) return rate->code;
-    throw UsageError("unknown frame rate '" + std::string(text) +
-                     "' (use 24, 25, 30, 23d, 29d, 23n, 29n, 48, 50, 60, 59d, 47n or 59n)");
+    throw UsageError("unknown frame rate '" + std::string(text) + "' (use " + rateCodeList() + ")");
 }
 
 int displayMode(std::string_view text) {

@@ -26,6 +26,7 @@ struct DropScheme {
 constexpr DropScheme kDrop23{1440, 2};
 constexpr DropScheme kDrop29{1800, 2};
 constexpr DropScheme kDrop59{3600, 4};
+constexpr DropScheme kDrop119{7200, 8};
 
 // Counts are whole frames in 64-bit integers. Beyond 2^53 a double no longer holds every whole
 // number, and nothing that large is ever displayed, so such counts (and NaN, infinities) are
@@ -82,6 +83,8 @@ const DropScheme* schemeOfCode(int code) {
             return &kDrop29;
         case DropFrame::Variant59:
             return &kDrop59;
+        case DropFrame::Variant119:
+            return &kDrop119;
         case DropFrame::None:
             break;
     }
@@ -97,6 +100,11 @@ Calc::Calc() {
 void Calc::setFps(int code) {
     m_fps = code;
     if (const FrameRate* rate = frameRateForCode(code)) m_framerate = rate->framerate;
+}
+
+FrameField Calc::frameField() const {
+    const FrameRate* rate = frameRateForCode(m_fps);
+    return rate && frameDigits(*rate) == 3 ? FrameField::ThreeDigits : FrameField::TwoDigits;
 }
 
 double Calc::dropFCfrom29realFC(double realFrameCount) {

@@ -46,7 +46,7 @@ class Calc : public CaptureVisitor {
 public:
     Calc();
 
-    /// Stores the code; for the thirteen frame-rate codes also sets framerate(). Any other value is
+    /// Stores the code; for the frame-rate codes also sets framerate(). Any other value is
     /// stored and leaves framerate() as it was.
     void setFps(int code);
     int fps() const { return m_fps; }
@@ -142,6 +142,8 @@ private:
     std::optional<std::string> evalToText(std::string_view expression, Flavour flavour,
                                           Extent extent, int displayMode);
     std::string resultText(float value, int displayMode, Extent extent) const;
+    /// Three digits at the current code when its frame labels reach 100, else two.
+    FrameField frameField() const;
     /// "." in classic notation; in SMPTE ";" at a drop-frame rate and ":" at any other.
     char frameSeparator(const FrameRate* rate) const;
     template <typename Operation>

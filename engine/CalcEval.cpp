@@ -122,7 +122,7 @@ void Calc::reduce_zm2(const Capture&) {
 }
 
 std::optional<double> Calc::evalToFrames(std::string_view typed, Flavour flavour, Extent extent) {
-    const auto& match = m_lastMatch.of(typed, extent == Extent::WholeText);
+    const auto& match = m_lastMatch.of(typed, extent == Extent::WholeText, frameField());
     if (!match) return std::nullopt;
     if (extent == Extent::WholeText && match->range().length != typed.size()) return std::nullopt;
     _stack.clear();
@@ -202,7 +202,7 @@ std::vector<ColouredSpan> Calc::colorizeLazyEvaluatedString(std::string_view inp
     const auto addSpan = [&spans](std::string_view text, SpanColour colour) {
         if (!text.empty()) spans.push_back({std::string(text), colour});
     };
-    const auto& match = m_lastMatch.of(input, false);
+    const auto& match = m_lastMatch.of(input, false, frameField());
     if (!match) {
         addSpan(input, SpanColour::Red);
         return spans;

@@ -1,5 +1,6 @@
 // Calc: writing frame counts as timestamps and normalising the timestamps that the user typed.
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdint>
@@ -14,16 +15,25 @@ namespace vantrel {
 namespace {
 
 // The possessive "?+" groups make this find only timestamps with two colons: "12:34" and
-// "0:30.00" are never rewritten, while "::5" is.
-const Regex& fullFormPattern() {
-    static const Regex pattern(
-        R"(0*((\d{0,2}:)?+\d{0,2})?+:\d{1,2}(\.\d{1,2}(\|\d{2,2}(d|n)?)?+)?+)");
-    return pattern;
+// "0:30.00" are never rewritten, while "::5" is. Three frame digits are read where the grammar
+// takes them: before the suffix of a rate of 120 labels a second, or at such a current rate.
+const Regex& fullFormPattern(FrameField field) {
+    static const Regex twoDigits(
+        R"(0*((\d{0,2}:)?+\d{0,2})?+:\d{1,2}(\.(?:\d{3}(?=\|(?:119[dn]|120))|\d{1,2}))"
+        R"((\|(?:100|119[dn]|120|\d{2,2}(d|n)?))?+)?+)");
+    static const Regex threeDigits(
+        R"(0*((\d{0,2}:)?+\d{0,2})?+:\d{1,2}(\.\d{1,3}(\|(?:100|119[dn]|120|\d{2,2}(d|n)?))?+)?+)");
+    return field == FrameField::TwoDigits ? twoDigits : threeDigits;
 }
 
 const Regex& shortFormPattern() {
-    static const Regex pattern(R"(\b0\d{2,8}(\|\d{1,2}(d|n)?)?)");
+    static const Regex pattern(R"(\b0\d{2,8}(\|(?:100|119[dn]|120|\d{1,2}(d|n)?))?)");
     return pattern;
+}
+
+// Frame fields have three digits at the rates of 120 labels a second, two elsewhere.
+std::size_t frameDigitsOf(const FrameRate* rate) {
+    return static_cast<std::size_t>(rate ? frameDigits(*rate) : 2);
 }
 
 // Beyond this many frames the hour field would no longer fit a 64-bit integer.
@@ -55,8 +65,9 @@ std::string Calc::stringFromFramecount(double framecount) const {
     const auto seconds = static_cast<std::int64_t>(b - c);
     const auto minutes = static_cast<std::int64_t>((a - b) / 60.0);
     const auto hours = static_cast<std::int64_t>((s - a) / 3600.0);
+    const FrameRate* rate = frameRateForCode(m_fps);
     return sign + twoDigits(hours) + ":" + twoDigits(minutes) + ":" + twoDigits(seconds) +
-           frameSeparator(frameRateForCode(m_fps)) + twoDigits(frames);
+           frameSeparator(rate) + number_text::paddedDigits(frames, frameDigitsOf(rate));
 }
 
 char Calc::frameSeparator(const FrameRate* rate) const {
@@ -66,11 +77,28 @@ char Calc::frameSeparator(const FrameRate* rate) const {
 
 std::string Calc::beautifyExpression(std::string_view expression) const {
     const std::string compact =
-        timestamp_text::withoutSpaces(timestamp_text::classicFromSmpte(expression));
-    const std::string fullForms = fullFormPattern().replaceAll(
-        compact, [this](const RegexMatch& match) { return beautifyTimestamp(match); });
-    return shortFormPattern().replaceAll(
-        fullForms, [this](const RegexMatch& match) { return beautifyShortTimestamp(match); });
+        timestamp_text::withoutSpaces(timestamp_text::classicFromSmpte(expression, frameField()));
+    // Where the full forms went: a three-digit frame field ("00:00:00.005|120") must not be read
+    // again as a short form. Two-digit fields never could be.
+    std::vector<TextRange> written;
+    std::size_t before = 0;
+    std::size_t after = 0;
+    const std::string fullForms =
+        fullFormPattern(frameField()).replaceAll(compact, [&](const RegexMatch& match) {
+            std::string fullForm = beautifyTimestamp(match);
+            const TextRange range = match.range();
+            written.push_back({range.location - before + after, fullForm.size()});
+            before += range.length;
+            after += fullForm.size();
+            return fullForm;
+        });
+    return shortFormPattern().replaceAll(fullForms, [&](const RegexMatch& match) {
+        const std::size_t start = match.range().location;
+        const bool insideFullForm = std::any_of(written.begin(), written.end(), [start](auto r) {
+            return start >= r.location && start < r.location + r.length;
+        });
+        return insideFullForm ? std::string(match.matchedString()) : beautifyShortTimestamp(match);
+    });
 }
 
 std::string Calc::beautifyTimestamp(const RegexMatch& match) const {
@@ -99,8 +127,10 @@ std::string Calc::beautifyTimestampString(std::string_view timestamp) const {
     for (auto run = runs.rbegin(); run != runs.rend() && slot < slots.size(); ++run, ++slot) {
         slots[slot] = number_text::digitRunAsInt(*run);
     }
+    const FrameRate* rate = frameRateForSuffix(rateText);
     return twoDigits(slots[4]) + ":" + twoDigits(slots[3]) + ":" + twoDigits(slots[2]) +
-           frameSeparator(frameRateForSuffix(rateText)) + twoDigits(slots[1]) + "|" + rateText;
+           frameSeparator(rate) + number_text::paddedDigits(slots[1], frameDigitsOf(rate)) + "|" +
+           rateText;
 }
 
 std::string Calc::beautifyShortTimestampString(std::string_view timestamp) const {

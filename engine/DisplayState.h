@@ -17,6 +17,14 @@ inline constexpr int DisplayState60fps = 9;
 inline constexpr int DisplayState59drop = 10;
 inline constexpr int DisplayState47nondrop = 11;
 inline constexpr int DisplayState59nondrop = 12;
+// The high frame rates of SMPTE ST 12-3, for projection, slow motion and 100/120 Hz deliverables.
+inline constexpr int DisplayState72fps = 13;
+inline constexpr int DisplayState96fps = 14;
+inline constexpr int DisplayState95nondrop = 15;
+inline constexpr int DisplayState100fps = 16;
+inline constexpr int DisplayState119nondrop = 17;
+inline constexpr int DisplayState119drop = 18;
+inline constexpr int DisplayState120fps = 19;
 
 // Display states: how results are shown. They share 0 and 1 with the rate codes but are a
 // separate set, passed as the displayMode of an evaluation and never stored as a rate.

@@ -13,10 +13,13 @@ inline constexpr double kRate23_97 = 23.97000000000166;
 inline constexpr double kRate29_97 = 29.97;
 inline constexpr double kRate47_952 = 47.952;
 inline constexpr double kRate59_94 = 59.94;
+// The high frame rates slowed by 1.001 take their exact rational rates.
+inline constexpr double kRate95_904 = 96000.0 / 1001.0;
+inline constexpr double kRate119_88 = 120000.0 / 1001.0;
 
 /// Drop-frame counting skips labels at the start of every minute except every tenth: 00 and 01
-/// at 23.976 and 29.97, 00 to 03 at 59.94.
-enum class DropFrame { None, Variant23, Variant29, Variant59 };
+/// at 23.976 and 29.97, 00 to 03 at 59.94, 00 to 07 at 119.88.
+enum class DropFrame { None, Variant23, Variant29, Variant59, Variant119 };
 
 /// Everything a frame-rate code brings: its suffix text ("|25"), the framerate that setFps()
 /// stores, the nominal rate that timestamps are split with, the real rate by which the PT reading
@@ -30,7 +33,7 @@ struct FrameRate {
     DropFrame dropFrame;
 };
 
-inline constexpr std::array<FrameRate, 13> kFrameRates{{
+inline constexpr std::array<FrameRate, 20> kFrameRates{{
     {DisplayState24fps, "24", 24.0, 24, 24.0, DropFrame::None},
     {DisplayState25fps, "25", 25.0, 25, 25.0, DropFrame::None},
     {DisplayState30fps, "30", 30.0, 30, 30.0, DropFrame::None},
@@ -44,9 +47,22 @@ inline constexpr std::array<FrameRate, 13> kFrameRates{{
     {DisplayState59drop, "59d", 60.0, 60, kRate59_94, DropFrame::Variant59},
     {DisplayState47nondrop, "47n", kRate47_952, 48, kRate47_952, DropFrame::None},
     {DisplayState59nondrop, "59n", kRate59_94, 60, kRate59_94, DropFrame::None},
+    {DisplayState72fps, "72", 72.0, 72, 72.0, DropFrame::None},
+    {DisplayState96fps, "96", 96.0, 96, 96.0, DropFrame::None},
+    {DisplayState95nondrop, "95n", kRate95_904, 96, kRate95_904, DropFrame::None},
+    {DisplayState100fps, "100", 100.0, 100, 100.0, DropFrame::None},
+    {DisplayState119nondrop, "119n", kRate119_88, 120, kRate119_88, DropFrame::None},
+    {DisplayState119drop, "119d", 120.0, 120, kRate119_88, DropFrame::Variant119},
+    {DisplayState120fps, "120", 120.0, 120, 120.0, DropFrame::None},
 }};
 
-/// The row of a code, or nullptr for a value that is not one of the thirteen codes.
+/// Frame labels reach 100 only at the rates of 120 labels a second; only there is the frame field
+/// of a timecode three digits long, so that every other rate reads and writes what it always did.
+constexpr int frameDigits(const FrameRate& rate) {
+    return rate.nominal > 100 ? 3 : 2;
+}
+
+/// The row of a code, or nullptr for a value that is not a frame-rate code.
 constexpr const FrameRate* frameRateForCode(int code) {
     for (const auto& rate : kFrameRates) {
         if (rate.code == code) return &rate;

@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "Grammar.h"
 #include "GrammarMatch.h"
 
 namespace vantrel {
@@ -17,12 +18,13 @@ public:
     /// The match of the text, read with SMPTE timestamps in classic form: the first one anywhere,
     /// or, with `atStart`, the one that starts at the beginning, which may instead come back as
     /// the first one anywhere when that is already known (it starts at the beginning whenever one
-    /// does). Valid until the next call.
-    const std::optional<GrammarMatch>& of(std::string_view typed, bool atStart);
+    /// does). The frame field is that of the current rate. Valid until the next call.
+    const std::optional<GrammarMatch>& of(std::string_view typed, bool atStart, FrameField field);
 
 private:
     std::string m_typed;
     std::string m_classic;
+    FrameField m_field = FrameField::TwoDigits;
     bool m_valid = false;
     // Every start position was tried, not only the beginning.
     bool m_searched = false;

@@ -56,15 +56,19 @@ std::string fixed(double value, int decimals) {
     return std::string(buffer.data(), result.ptr);
 }
 
-std::string twoDigits(std::int64_t value) {
+std::string paddedDigits(std::int64_t value, std::size_t width) {
     std::array<char, 24> buffer{};
     char* begin = buffer.data();
     const auto result = std::to_chars(begin, begin + buffer.size(), value);
     std::string digits(begin, result.ptr);
     const bool negative = value < 0;
     const std::size_t digitCount = digits.size() - (negative ? 1 : 0);
-    if (digitCount < 2) digits.insert(negative ? 1 : 0, 2 - digitCount, '0');
+    if (digitCount < width) digits.insert(negative ? 1 : 0, width - digitCount, '0');
     return digits;
+}
+
+std::string twoDigits(std::int64_t value) {
+    return paddedDigits(value, 2);
 }
 
 double leadingNumber(std::string_view text) {

@@ -12,6 +12,9 @@ namespace vantrel::number_text {
 /// (an exact half goes to the even neighbour). NaN gives "NaN", infinities "∞" and "-∞".
 std::string fixed(double value, int decimals);
 
+/// The integer with at least `width` digits, as printf("%.*d"): 5 at width 3 gives "005".
+std::string paddedDigits(std::int64_t value, std::size_t width);
+
 /// The integer with at least two digits, as printf("%2.2d"): 5 gives "05", 123 gives "123".
 std::string twoDigits(std::int64_t value);
 

@@ -4,6 +4,7 @@
 #include <array>
 #include <optional>
 
+#include "FrameRate.h"
 #include "Regex.h"
 
 namespace vantrel::timestamp_text {
@@ -26,22 +27,31 @@ bool joinsDigits(char c) {
     return isDigit(c) || isSmpteSeparator(c) || c == '.';
 }
 
-// The end of a group of one or two digits that starts at the position, or npos.
-std::size_t digitGroupEnd(std::string_view text, std::size_t position) {
+// The end of a group of one up to `longest` digits that starts at the position, or npos.
+std::size_t digitGroupEnd(std::string_view text, std::size_t position, std::size_t longest) {
     std::size_t end = position;
-    while (end < text.size() && end - position < 3 && isDigit(text[end])) ++end;
+    while (end < text.size() && end - position <= longest && isDigit(text[end])) ++end;
     const std::size_t length = end - position;
-    return length == 1 || length == 2 ? end : npos;
+    return length >= 1 && length <= longest ? end : npos;
+}
+
+// The end of the frame group that starts at the position, or npos.
+std::size_t frameGroupEnd(std::string_view text, std::size_t position, FrameField field) {
+    const std::size_t end = digitGroupEnd(text, position, 3);
+    if (end == npos || end - position < 3) return end;
+    const bool threeDigits =
+        field == FrameField::ThreeDigits || startsWithThreeDigitSuffix(text.substr(end));
+    return threeDigits ? end : npos;
 }
 
 // Where the three separators of an SMPTE timestamp starting at the position are, if one does.
 std::optional<std::array<std::size_t, 3>> smpteSeparators(std::string_view text,
-                                                          std::size_t position) {
+                                                          std::size_t position, FrameField field) {
     if (position > 0 && joinsDigits(text[position - 1])) return std::nullopt;
     std::array<std::size_t, 3> separators{};
     std::size_t end = position;
     for (std::size_t group = 0; group < 4; ++group) {
-        end = digitGroupEnd(text, end);
+        end = group == 3 ? frameGroupEnd(text, end, field) : digitGroupEnd(text, end, 2);
         if (end == npos) return std::nullopt;
         if (group == 3) break;
         if (end == text.size() || !isSmpteSeparator(text[end])) return std::nullopt;
@@ -78,7 +88,14 @@ std::string shortFormAsFullForm(std::string_view shortForm, std::size_t padding)
     return fullForm;
 }
 
-std::string classicFromSmpte(std::string_view text) {
+bool startsWithThreeDigitSuffix(std::string_view text) {
+    if (!text.starts_with('|')) return false;
+    return std::any_of(kFrameRates.begin(), kFrameRates.end(), [text](const FrameRate& rate) {
+        return frameDigits(rate) == 3 && text.substr(1).starts_with(rate.suffix);
+    });
+}
+
+std::string classicFromSmpte(std::string_view text, FrameField field) {
     std::string classic(text);
     std::size_t position = 0;
     while (position < text.size()) {
@@ -86,7 +103,7 @@ std::string classicFromSmpte(std::string_view text) {
             ++position;
             continue;
         }
-        if (const auto separators = smpteSeparators(text, position)) {
+        if (const auto separators = smpteSeparators(text, position, field)) {
             classic[(*separators)[0]] = ':';
             classic[(*separators)[1]] = ':';
             classic[(*separators)[2]] = '.';

@@ -4,6 +4,8 @@
 #include <string_view>
 #include <vector>
 
+#include "Grammar.h"
+
 // Text steps shared by the timestamp formatter and the timestamp readers.
 namespace vantrel::timestamp_text {
 
@@ -21,7 +23,12 @@ std::string shortFormAsFullForm(std::string_view shortForm, std::size_t padding)
 /// The text with every timestamp in SMPTE notation, four groups of one or two digits separated by
 /// ":" or ";" ("01:00:10:12", "01;00;10;12|29d"), written in the classic full form
 /// ("01:00:10.12"). Only separators change, so every position in the result is the position of
-/// the same character in the text the user typed, and a colouring of one fits the other.
-std::string classicFromSmpte(std::string_view text);
+/// the same character in the text the user typed, and a colouring of one fits the other. The
+/// frame group may have three digits where the grammar takes them: before the suffix of a rate of
+/// 120 labels a second, and anywhere with the three-digit frame field.
+std::string classicFromSmpte(std::string_view text, FrameField field = FrameField::TwoDigits);
+
+/// Whether the text starts with the rate suffix of a rate whose frame field has three digits.
+bool startsWithThreeDigitSuffix(std::string_view text);
 
 }  // namespace vantrel::timestamp_text

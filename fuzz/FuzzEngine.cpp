@@ -4,8 +4,8 @@
 // the process with a trap, which libFuzzer records as a crash together with the input. Each input
 // gets a fresh Calc, so a crash reproduces from its input alone.
 //
-// The first byte picks the frame-rate code (byte % 13) and the display mode ((byte / 13) % 4), so
-// the selector bytes 0 to 51 reach every pairing; the other bytes are the text.
+// The first byte picks the frame-rate code (byte % 20) and the display mode ((byte / 20) % 4), so
+// the selector bytes 0 to 79 reach every pairing; the other bytes are the text.
 
 #include <array>
 #include <cmath>
@@ -69,7 +69,7 @@ float inSinglePrecision(double frames) {
 // A value or one of the agreed placeholders, in the shape of the display mode.
 bool fitsDisplayMode(const std::string& text, int displayMode) {
     static const std::regex number("-?\\d+"), film("-?\\d+\\.\\d\\d m"),
-        timestamp("-?\\d{2,}:\\d\\d:\\d\\d\\.\\d\\d");
+        timestamp("-?\\d{2,}:\\d\\d:\\d\\d\\.\\d\\d\\d?");
     const std::regex& shape = displayMode == DisplayStateNumber       ? number
                               : displayMode == DisplayStateFilmLength ? film
                                                                       : timestamp;

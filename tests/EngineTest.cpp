@@ -10,6 +10,7 @@
 #include <string>
 
 #include "Calc.h"
+#include "FrameRate.h"
 #include "SideCalculators.h"
 #include "TestRows.h"
 
@@ -170,6 +171,10 @@ INSTANTIATE_TEST_SUITE_P(Engine, EngineCases, testing::Values<EngineRow>(
     EngineRow{"frame_count_needs_two_digits", "number", 1, "5|25", "none / 5"},
     EngineRow{"smpte_disk_space_drop", "smpte disk", 4, "107892", "01:00:00;00"},
     EngineRow{"smpte_bound_sign", "smpte time", 1, "86400749", "∞"},
+    EngineRow{"hour_at_100", "number", 16, "01:00:00:00", "360000"},
+    EngineRow{"hour_at_119d", "number", 18, "01:00:00;00", "431568"},
+    EngineRow{"three_digit_frames_at_120", "time", 19, "00:00:00.119", "00:00:00.119"},
+    EngineRow{"smpte_second_less_one_at_120", "smpte time", 19, "00:00:01:00 - 1", "00:00:00:119"},
     // SMPTE notation reads exactly as the classic form with the same digits
     EngineRow{"colons_at_25", "as classic", 1, "01:00:10:12 as 01:00:10.12", "same"},
     EngineRow{"single_digits", "as classic", 0, "1:2:3:4 as 1:2:3.4", "same"},
@@ -184,6 +189,9 @@ INSTANTIATE_TEST_SUITE_P(Engine, EngineCases, testing::Values<EngineRow>(
     EngineRow{"three_digit_group_unread", "as classic", 1, "001:00:10:12 as 001:00:10:12", "same, unread"},
     EngineRow{"frames_with_point_unread", "as classic", 1, "01:00:10:12.5 as 01:00:10:12.5", "same, unread"},
     EngineRow{"two_groups_unread", "as classic", 1, "10;12 as 10;12", "same, unread"},
+    EngineRow{"three_digit_frames_by_suffix", "as classic", 1, "00:00:00:119|120 as 00:00:00.119|120", "same"},
+    EngineRow{"three_digit_frames_at_119d", "as classic", 18, "01:00:00;119 as 01:00:00.119", "same"},
+    EngineRow{"three_digit_frames_unread_at_25", "as classic", 1, "00:00:00:119 as 00:00:00:119", "same, unread"},
     // Display timestamps
     EngineRow{"one_hour_at_25", "frames", 1, "90000", "01:00:00.00"},
     EngineRow{"negative_second_at_30", "frames", 2, "-30", "-00:00:01.00"},
@@ -203,6 +211,12 @@ INSTANTIATE_TEST_SUITE_P(Engine, EngineCases, testing::Values<EngineRow>(
     EngineRow{"drop59_reference", "frames", 10, "1084319", "05:01:30.03"},
     EngineRow{"smpte_drop59", "smpte frames", 10, "3600", "00:01:00;04"},
     EngineRow{"nondrop47_counts_48", "frames", 11, "172800", "01:00:00.00"},
+    EngineRow{"whole72_hour", "frames", 13, "259200", "01:00:00.00"},
+    EngineRow{"nondrop95_counts_96", "frames", 15, "345600", "01:00:00.00"},
+    EngineRow{"drop119_minute_1", "frames", 18, "7200", "00:01:00.008"},
+    EngineRow{"drop119_ten_minutes", "frames", 18, "71928", "00:10:00.000"},
+    EngineRow{"smpte_drop119", "smpte frames", 18, "7200", "00:01:00;008"},
+    EngineRow{"smpte_nondrop119", "smpte frames", 17, "7200", "00:01:00:000"},
     // Beautified expressions
     EngineRow{"adds_current_suffix", "beautify", 1, "1:0:5", "01:00:05.00|25"},
     EngineRow{"single_colon_with_frames_untouched", "beautify", 1, "0:30.00", "0:30.00"},
@@ -218,6 +232,9 @@ INSTANTIATE_TEST_SUITE_P(Engine, EngineCases, testing::Values<EngineRow>(
     EngineRow{"smpte_drop_by_code", "smpte beautify", 3, "0123", "00:00:01;23|23d"},
     EngineRow{"hd_suffixes_kept", "beautify", 8, "1:2:3.4|48+0:0:1.2|59d*2-0123|47n+1:0:0.0|59n", "01:02:03.04|48+00:00:01.02|59d*2-00:00:01.23|47n+01:00:00.00|59n"},
     EngineRow{"smpte_drop59_suffix", "smpte beautify", 8, "00:01:00:04|59d+0:0:1.2|60", "00:01:00;04|59d+00:00:01:02|60"},
+    EngineRow{"high_suffixes_kept", "beautify", 1, "1:2:3.4|72+0:0:1.2|96*2-1:0:0.0|95n+0:0:5.99|100", "01:02:03.04|72+00:00:01.02|96*2-01:00:00.00|95n+00:00:05.99|100"},
+    EngineRow{"three_digit_frames_written", "beautify", 19, "1:0:0.5+0123|119n+0:0:0.119|119d", "01:00:00.005|120+00:00:01.023|119n+00:00:00.119|119d"},
+    EngineRow{"smpte_drop119_suffix", "smpte beautify", 1, "00:01:00:008|119d+0:0:1.2|100", "00:01:00;008|119d+00:00:01:02|100"},
     // Timestamps read as PT / PF frame counts (-1 for none)
     EngineRow{"suffix_24_at_25", "read", 1, "00:00:01.00|24", "25 / 24"},
     EngineRow{"frame_count_at_24", "read", 0, "123|25", "118.08 / 123"},
@@ -236,6 +253,15 @@ INSTANTIATE_TEST_SUITE_P(Engine, EngineCases, testing::Values<EngineRow>(
     EngineRow{"drop59_minute_at_59d", "read", 10, "00:01:00.04|59d", "3600 / 3600"},
     EngineRow{"drop59_code_no_suffix", "read", 10, "00:10:00.00", "35964 / 35964"},
     EngineRow{"suffix_59n_at_60", "read", 9, "00:00:01.00|59n", "60.06006006 / 60"},
+    EngineRow{"three_digits_by_suffix_at_25", "read", 1, "00:00:00.119|120", "24.79166667 / 119"},
+    EngineRow{"three_digits_need_the_rate_at_25", "read", 1, "00:00:00.119", "-1 / -1"},
+    EngineRow{"three_digits_other_suffix_at_120", "read", 19, "00:00:00.119|25", "-1 / -1"},
+    EngineRow{"suffix_119d_at_25", "read", 1, "01:00:00.000|119d", "89999.91 / 431568"},
+    EngineRow{"suffix_95n_at_96", "read", 14, "00:00:01.00|95n", "96.096 / 96"},
+    EngineRow{"suffix_119n_at_120", "read", 19, "00:00:01.000|119n", "120.12 / 120"},
+    EngineRow{"suffix_24_at_119n", "read", 17, "00:00:01.00|24", "119.8801199 / 24"},
+    EngineRow{"suffix_72_at_24", "read", 0, "00:00:01.00|72", "24 / 72"},
+    EngineRow{"suffix_100_at_25", "read", 1, "00:00:01.00|100", "25 / 100"},
     // Colouring: the black span in brackets, then the lazy number
     EngineRow{"trailing_operator", "colour", 1, "1+", "[1]+ = 1"},
     EngineRow{"leading_minus", "colour", 1, "-1", "-[1] = 1"},
@@ -250,6 +276,9 @@ INSTANTIATE_TEST_SUITE_P(Engine, EngineCases, testing::Values<EngineRow>(
     EngineRow{"smpte_frames_not_yet_typed", "colour", 1, "01:00:10:", "[01:00:10]: = 90250"},
     EngineRow{"not_smpte_point_after", "colour", 1, "01:00:10:12.5", "[01:00:10]:12.5 = 90250"},
     EngineRow{"smpte_then_operator", "colour", 1, "x01;00;10;12|25+", "x[01;00;10;12|25]+ = 90262"},
+    EngineRow{"three_digits_red_at_25", "colour", 1, "00:00:00.119", "[00:00:00.11]9 = 11"},
+    EngineRow{"three_digits_black_at_120", "colour", 19, "00:00:00.119", "[00:00:00.119] = 119"},
+    EngineRow{"other_suffix_red_at_120", "colour", 19, "00:00:00.119|25", "[00:00:00.119]|25 = 119"},
     // Drop-frame labels of real frame counts, and the labels read back
     EngineRow{"v29_last_frame_of_minute_0", "drop", 4, "1799", "1799 / 1799"},
     EngineRow{"v29_first_frame_of_minute_1", "drop", 4, "1800", "1802 / 1800"},
@@ -265,6 +294,12 @@ INSTANTIATE_TEST_SUITE_P(Engine, EngineCases, testing::Values<EngineRow>(
     EngineRow{"v23_first_label_after_skip", "label", 3, "1442", "1440"},
     EngineRow{"v59_first_label_after_skip", "label", 10, "3604", "3600"},
     EngineRow{"v59_skipped_in_minute_2", "label", 10, "7202", "7195"},
+    EngineRow{"v119_last_frame_of_minute_0", "drop", 18, "7199", "7199 / 7199"},
+    EngineRow{"v119_first_frame_of_minute_1", "drop", 18, "7200", "7208 / 7200"},
+    EngineRow{"v119_end_of_first_block", "drop", 18, "71927", "71999 / 71927"},
+    EngineRow{"v119_ten_minutes", "drop", 18, "71928", "72000 / 71928"},
+    EngineRow{"v119_last_skipped_label", "label", 18, "7207", "7199"},
+    EngineRow{"v119_first_label_after_skip", "label", 18, "7208", "7200"},
     EngineRow{"half_rounds_up", "drop", 4, "1799.5", "1802 / 1800"},
     EngineRow{"below_half_rounds_down", "drop", 4, "1799.49", "1799 / 1799"},
     EngineRow{"drop_half_rounds_up", "label", 4, "1801.5", "1800"},
@@ -322,13 +357,14 @@ TEST(Evaluator, RejectedTextKeepsTheCachedResults) {
     EXPECT_EQ(calc.evalPT(std::string(400, '9'), DisplayStateNumber), "∞");
 }
 
-// Over a whole day: every real frame gets a label that is never a skipped one, and reading the
+// Over 25 hours: every real frame gets a label that is never a skipped one, and reading the
 // label back gives the frame.
 TEST(DropFrame, RoundTripsEveryWholeFrameOfTheFirstDay) {
     for (const auto& [code, labelsPerMinute, dropped] : {std::tuple{DisplayState23drop, 1440, 2},
                                                          {DisplayState29drop, 1800, 2},
-                                                         {DisplayState59drop, 3600, 4}}) {
-        const int day = static_cast<int>(24 * 600 * (10 * labelsPerMinute - 9 * dropped) / 10);
+                                                         {DisplayState59drop, 3600, 4},
+                                                         {DisplayState119drop, 7200, 8}}) {
+        const int day = static_cast<int>(25 * 600 * (10 * labelsPerMinute - 9 * dropped) / 10);
         for (int x = 0; x < day; ++x) {
             const auto label = static_cast<int>(Calc::dropFCfromRealFC(x, code));
             ASSERT_FALSE(label % labelsPerMinute < dropped && label / labelsPerMinute % 10 != 0)
@@ -338,21 +374,62 @@ TEST(DropFrame, RoundTripsEveryWholeFrameOfTheFirstDay) {
     }
 }
 
+// 119.88 drop frame as the usual recipe writes it: eight labels more for every minute that drops.
+std::string label119d(long long frame) {
+    const long long block = frame / 71928, intoBlock = frame % 71928;
+    const long long label = frame + 72 * block + (intoBlock > 8 ? 8 * ((intoBlock - 8) / 7192) : 0);
+    char text[32];
+    std::snprintf(text, sizeof text, "%02lld:%02lld:%02lld;%03lld", label / 432000,
+                  label / 7200 % 60, label / 120 % 60, label % 120);
+    return text;
+}
+
+// The first 25 hours at each high rate: a frame written as a timecode reads back as that frame
+// (every frame around each minute, a stride of the rest), and at 119.88 drop frame every label
+// around each minute is the recipe's.
+TEST(DropFrame, HighRateTimecodesReadBackOverTwentyFiveHours) {
+    Calc calc;
+    for (const auto& rate : kFrameRates) {
+        if (rate.code < DisplayState72fps) continue;
+        calc.setFps(rate.code);
+        calc.setTimecodeNotation(TimecodeNotation::Classic);
+        const int minute = static_cast<int>(Calc::realFCfromDropFC(60.0 * rate.nominal, rate.code));
+        const int hours25 =
+            static_cast<int>(Calc::realFCfromDropFC(90000.0 * rate.nominal, rate.code));
+        for (int frame = 0; frame < hours25; frame += frame % minute < 12 ? 1 : 97) {
+            const std::string timecode = calc.stringFromFramecount(frame);
+            ASSERT_EQ(calc.framecountPFFromString(timecode), frame)
+                << timecode << " " << rate.suffix;
+        }
+    }
+    calc.setFps(DisplayState119drop);
+    calc.setTimecodeNotation(TimecodeNotation::Smpte);
+    for (long long minute = 1; minute < 25 * 60; ++minute) {
+        const long long start =
+            minute / 10 * 71928 + (minute % 10 ? 7200 + (minute % 10 - 1) * 7192 : 0);
+        for (const long long frame : {start - 1, start, start + 1}) {
+            ASSERT_EQ(calc.stringFromFramecount(static_cast<double>(frame)), label119d(frame));
+        }
+    }
+}
+
 // The 23.97 rate is not the double nearest to 23.97; the reading rows pin each rate's value.
 TEST(FrameRate, EachCodeBringsItsSuffixAndAnUnknownOneNothing) {
     Calc calc;
     EXPECT_EQ(calc.framerate(), 24.0);  // a new engine runs at 24
     std::string suffixes;
-    for (int code = 0; code < 13; ++code) {
+    for (int code = 0; code < 20; ++code) {
         calc.setFps(code);
-        suffixes += calc.beautifyTimestampString("1:2:3").substr(12) + " ";
+        const std::string timestamp = calc.beautifyTimestampString("1:2:3");
+        suffixes += timestamp.substr(timestamp.find('|') + 1) + " ";
     }
-    EXPECT_EQ(suffixes, "24 25 30 23d 29d 23n 29n 48 50 60 59d 47n 59n ");
-    EXPECT_EQ(calc.framerate(), 59.94);
+    EXPECT_EQ(suffixes,
+              "24 25 30 23d 29d 23n 29n 48 50 60 59d 47n 59n 72 96 95n 100 119n 119d 120 ");
+    EXPECT_EQ(calc.framerate(), 120.0);
     calc.setFps(DisplayState23nondrop);
     EXPECT_EQ(calc.framerate(), 23.97000000000166);
-    calc.setFps(13);  // the first value after the thirteen codes
-    EXPECT_EQ(calc.fps(), 13);
+    calc.setFps(20);  // the first value after the codes
+    EXPECT_EQ(calc.fps(), 20);
     EXPECT_EQ(calc.framerate(), 23.97000000000166);
 }
 

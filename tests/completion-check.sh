@@ -24,10 +24,10 @@ check_values() {
     [ "$count" -eq "$expected" ] || { echo "$option offers $count values, not $expected" >&2; exit 1; }
 }
 
-check_values -r 13
+check_values -r 20
 check_values --display 4
 check_values -n 2
-[ "$(completions -r 5)" = $'50\n59d\n59n' ] || { echo "-r 5 completes wrongly" >&2; exit 1; }
+[ "$(completions -r 5)" = $'50\n59d\n59n' ] && [ "$(completions -r 11)" = $'119n\n119d' ] || { echo "-r 5 completes wrongly" >&2; exit 1; }
 [ "$(completions --no)" = "--notation" ] || { echo "--no does not complete" >&2; exit 1; }
 [ -z "$(completions -- -r "")" ] || { echo "after -- only expressions follow" >&2; exit 1; }
 echo "bash completion offers what vantrel-calc accepts"

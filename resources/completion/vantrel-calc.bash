@@ -9,7 +9,7 @@ _vantrel_calc() {
     done
     case $previous in
         -r | --rate)
-            COMPREPLY=($(compgen -W "24 25 30 23d 29d 23n 29n 48 50 60 59d 47n 59n" -- "$current"))
+            COMPREPLY=($(compgen -W "24 25 30 23d 29d 23n 29n 48 50 60 59d 47n 59n 72 96 95n 100 119n 119d 120" -- "$current"))
             return 0 ;;
         -d | --display)
             COMPREPLY=($(compgen -W "time number film disk" -- "$current"))

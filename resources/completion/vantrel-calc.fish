@@ -1,5 +1,5 @@
 # Fish completion for vantrel-calc.
-complete -c vantrel-calc -s r -l rate -x -a "24 25 30 23d 29d 23n 29n 48 50 60 59d 47n 59n" -d "Frame rate"
+complete -c vantrel-calc -s r -l rate -x -a "24 25 30 23d 29d 23n 29n 48 50 60 59d 47n 59n 72 96 95n 100 119n 119d 120" -d "Frame rate"
 complete -c vantrel-calc -s d -l display -x -a "time number film disk" -d "What results show"
 complete -c vantrel-calc -s n -l notation -x -a "classic smpte" -d "How timecodes are written"
 complete -c vantrel-calc -s l -l lazy -d "Evaluate as the window does while typing"

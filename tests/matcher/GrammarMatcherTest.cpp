@@ -68,17 +68,29 @@ INSTANTIATE_TEST_SUITE_P(Grammar, CaptureTrees, testing::Values(
 // clang-format on
 
 // The PF copy differs only in group names (which the differential test compares with Oniguruma's);
-// the six HD rates follow the classic seven in each of the three suffix lists.
-TEST(Grammar, CopiesDifferOnlyInNamesAndHDRates) {
+// the HD and high rates follow the classic seven in each of the three suffix lists, and the
+// three-digit frame field is one alternative before the classic one, optional suffix and all in
+// the copy for a current rate of 120 labels a second.
+TEST(Grammar, CopiesDifferOnlyInNamesAndAddedRates) {
     EXPECT_EQ(grammarText(Flavour::PF).size(), kGrammarPT.size());
+    const std::string threeDigitsAlone = R"((?:\d{3}(?:(?:\|119n)|(?:\|119d)|(?:\|120)))";
+    const auto at = kGrammarPT.find(R"(\.)" + threeDigitsAlone + "|");
+    ASSERT_NE(at, std::string::npos);
+    EXPECT_EQ(grammarText(Flavour::PT, FrameField::ThreeDigits).find(threeDigitsAlone + "?|"),
+              at + 2);
     std::string classic(kGrammarPT);
-    const std::string hdSuffixes = R"(|(?:\|48)|(?:\|50)|(?:\|60)|(?:\|59d)|(?:\|47n)|(?:\|59n))";
-    for (auto at = classic.find(hdSuffixes); at != std::string::npos;
-         at = classic.find(hdSuffixes)) {
-        EXPECT_EQ(classic.substr(at - 9, 9), R"((?:\|29n))");
-        classic.erase(at, hdSuffixes.size());
+    classic.erase(at + 2, threeDigitsAlone.size() + 1);
+    const std::string addedSuffixes =
+        R"(|(?:\|48)|(?:\|50)|(?:\|60)|(?:\|59d)|(?:\|47n)|(?:\|59n)|(?:\|72)|(?:\|96))"
+        R"(|(?:\|95n)|(?:\|100)|(?:\|119n)|(?:\|119d)|(?:\|120))";
+    for (auto suffixes = classic.find(addedSuffixes); suffixes != std::string::npos;
+         suffixes = classic.find(addedSuffixes)) {
+        EXPECT_EQ(classic.substr(suffixes - 9, 9), R"((?:\|29n))");
+        classic.erase(suffixes, addedSuffixes.size());
     }
-    EXPECT_EQ(classic.size(), 763u);
+    // The classic frame field, closed by the parenthesis the three-digit alternative opened.
+    EXPECT_NE(classic.find(R"(\.\d{1,2}(?:(?:\|24))"), std::string::npos);
+    EXPECT_EQ(classic.size(), 763u + 1u);
 }
 
 std::string nested(std::size_t depth, std::string_view open, std::string_view close) {

@@ -1,5 +1,6 @@
 #include "OnigurumaComparison.h"
 
+#include <array>
 #include <cstdio>
 
 #include "GrammarMatcher.h"
@@ -40,21 +41,27 @@ void WalkText::visitAtLastCapture(const Capture& capture) {
 }
 
 OnigurumaComparison::Outcome OnigurumaComparison::compare(std::string_view text, Flavour flavour,
-                                                          Mode mode) {
+                                                          FrameField field, Mode mode) {
     // Enough for the simplest texts only: most searches hand over, at all kinds of points.
     constexpr std::size_t kTinyBudget = 40;
-    static const GrammarMatcher polynomial[]{GrammarMatcher(grammarText(Flavour::PT), 0),
-                                             GrammarMatcher(grammarText(Flavour::PF), 0)};
-    static const GrammarMatcher handOver[]{GrammarMatcher(grammarText(Flavour::PT), kTinyBudget),
-                                           GrammarMatcher(grammarText(Flavour::PF), kTinyBudget)};
-    const int index = flavour == Flavour::PT ? 0 : 1;
+    const auto copies = [](std::size_t budget) {
+        return std::array<GrammarMatcher, 4>{
+            GrammarMatcher(grammarText(Flavour::PT, FrameField::TwoDigits), budget),
+            GrammarMatcher(grammarText(Flavour::PF, FrameField::TwoDigits), budget),
+            GrammarMatcher(grammarText(Flavour::PT, FrameField::ThreeDigits), budget),
+            GrammarMatcher(grammarText(Flavour::PF, FrameField::ThreeDigits), budget)};
+    };
+    static const auto polynomial = copies(0);
+    static const auto handOver = copies(kTinyBudget);
+    const std::size_t index =
+        (flavour == Flavour::PT ? 0u : 1u) + (field == FrameField::TwoDigits ? 0u : 2u);
     const std::pair<const char*, const GrammarMatcher*> setUps[]{
-        {"as the engine uses it", &grammarMatcher(flavour)},
+        {"as the engine uses it", &grammarMatcher(flavour, field)},
         {"polynomial method alone", &polynomial[index]},
         {"hand-over after a few steps", &handOver[index]}};
 
     bool gaveUp = false;
-    const Regex& reference = grammar(flavour);
+    const Regex& reference = grammar(flavour, field);
     const auto expected = mode == Mode::Search ? reference.search(text, gaveUp)
                                                : reference.matchAtStart(text, gaveUp);
     if (gaveUp) return Outcome::ReferenceGaveUp;
@@ -64,9 +71,9 @@ OnigurumaComparison::Outcome OnigurumaComparison::compare(std::string_view text,
             walkOf(mode == Mode::Search ? matcher->search(text) : matcher->matchAtStart(text));
         if (actualWalk == expectedWalk) continue;
         m_difference = std::string(mode == Mode::Search ? "search" : "match at start") + " in " +
-                       (index == 0 ? "PT" : "PF") + " of \"" + escaped(text) +
-                       "\", grammar matcher " + name + "\nOniguruma:       " + expectedWalk +
-                       "\ngrammar matcher: " + actualWalk;
+                       (index % 2 == 0 ? "PT" : "PF") + (index < 2 ? "" : " (three-digit frames)") +
+                       " of \"" + escaped(text) + "\", grammar matcher " + name +
+                       "\nOniguruma:       " + expectedWalk + "\ngrammar matcher: " + actualWalk;
         return Outcome::Different;
     }
     m_matchedWholeText = expected && expected->range().length == text.size();

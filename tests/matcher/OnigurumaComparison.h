@@ -44,7 +44,7 @@ public:
     enum class Mode { Search, MatchAtStart };
     enum class Outcome { NoMatchInEither, SameMatch, ReferenceGaveUp, Different };
 
-    Outcome compare(std::string_view text, Flavour flavour, Mode mode);
+    Outcome compare(std::string_view text, Flavour flavour, FrameField field, Mode mode);
 
     /// Whether the last SameMatch covered the whole text.
     bool matchedWholeText() const { return m_matchedWholeText; }
