@@ -134,7 +134,15 @@ void StandaloneCalcController::buildMenuBar(QMenuBar* menuBar) {
          {tr("60"), QKeySequence(tr("Ctrl+Alt+4")), DisplayState60fps},
          {QString(), QKeySequence(), -1},
          {tr("47.952 (47n)"), QKeySequence(tr("Ctrl+Alt+5")), DisplayState47nondrop},
-         {tr("59.94 (59n)"), QKeySequence(tr("Ctrl+Alt+6")), DisplayState59nondrop}});
+         {tr("59.94 (59n)"), QKeySequence(tr("Ctrl+Alt+6")), DisplayState59nondrop},
+         {QString(), QKeySequence(), -1},
+         {tr("72"), QKeySequence(tr("Alt+Shift+1")), DisplayState72fps},
+         {tr("95.904 (95n)"), QKeySequence(tr("Alt+Shift+2")), DisplayState95nondrop},
+         {tr("96"), QKeySequence(tr("Alt+Shift+3")), DisplayState96fps},
+         {tr("100"), QKeySequence(tr("Alt+Shift+4")), DisplayState100fps},
+         {tr("119.88 Drop Frame (119d)"), QKeySequence(tr("Alt+Shift+5")), DisplayState119drop},
+         {tr("119.88 (119n)"), QKeySequence(tr("Alt+Shift+6")), DisplayState119nondrop},
+         {tr("120"), QKeySequence(tr("Alt+Shift+7")), DisplayState120fps}});
 
     m_displayCalculationModeMenu =
         addTaggedMenu(menuBar, tr("&Mode"), &StandaloneCalcController::changeDisplayCalcMode,

@@ -26,8 +26,8 @@ const QColor kActiveResult(55, 63, 70);
 const QColor kInactiveResult(207, 208, 197);
 
 // The frame-rate pop-up lists the rates by how often editors use them, not by code: film and
-// SD video first, then HD and UHD, then the two rarer non-drop rates. A separator has no code.
-// The closed pop-up shows the compact caption.
+// SD video first, then HD and UHD, then the two rarer non-drop rates, then the high frame rates.
+// A separator has no code. The closed pop-up shows the compact caption.
 struct FpsPopUpItem {
     int code;
     const char* compactCaption;
@@ -35,14 +35,18 @@ struct FpsPopUpItem {
 
 constexpr int kFpsPopUpSeparator = -1;
 constexpr FpsPopUpItem kFpsPopUpItems[] = {
-    {DisplayState23drop, "23.976d"},   {DisplayState24fps, "24"},
-    {DisplayState25fps, "25"},         {DisplayState29drop, "29.97d"},
-    {DisplayState30fps, "30"},         {kFpsPopUpSeparator, ""},
-    {DisplayState23nondrop, "23.976"}, {DisplayState29nondrop, "29.97"},
-    {kFpsPopUpSeparator, ""},          {DisplayState48fps, "48"},
-    {DisplayState50fps, "50"},         {DisplayState59drop, "59.94d"},
-    {DisplayState60fps, "60"},         {kFpsPopUpSeparator, ""},
-    {DisplayState47nondrop, "47.952"}, {DisplayState59nondrop, "59.94"}};
+    {DisplayState23drop, "23.976d"},    {DisplayState24fps, "24"},
+    {DisplayState25fps, "25"},          {DisplayState29drop, "29.97d"},
+    {DisplayState30fps, "30"},          {kFpsPopUpSeparator, ""},
+    {DisplayState23nondrop, "23.976"},  {DisplayState29nondrop, "29.97"},
+    {kFpsPopUpSeparator, ""},           {DisplayState48fps, "48"},
+    {DisplayState50fps, "50"},          {DisplayState59drop, "59.94d"},
+    {DisplayState60fps, "60"},          {kFpsPopUpSeparator, ""},
+    {DisplayState47nondrop, "47.952"},  {DisplayState59nondrop, "59.94"},
+    {kFpsPopUpSeparator, ""},           {DisplayState72fps, "72"},
+    {DisplayState95nondrop, "95.904"},  {DisplayState96fps, "96"},
+    {DisplayState100fps, "100"},        {DisplayState119drop, "119.88d"},
+    {DisplayState119nondrop, "119.88"}, {DisplayState120fps, "120"}};
 
 template <typename Table>
 void fillPopUp(QComboBox* popUp, const Table& captions) {

@@ -132,8 +132,10 @@ void TSCController::setFrameRate(int code) {
 void TSCController::changeDisplayFrameRate(QObject* sender) {
     int code = m_displayFrameRateState;
     if (sender == m_ui->displayButton24) {
-        // Code order, so the classic seven still come in their order before the HD rates.
-        code = (code + 1) % static_cast<int>(kFrameRates.size());
+        // The button is the quick toggle among the classic seven; the other rates are a choice
+        // in the pop-up, the Rate menu or a shortcut away, and from any of them the next click
+        // goes on among the seven.
+        code = (code + 1) % kClassicRateCount;
     } else if (sender == m_ui->fpsPopUp) {
         // The separator and anything past the last rate carry no code and keep the rate.
         const QVariant chosen = m_ui->fpsPopUp->currentData();

@@ -56,6 +56,9 @@ inline constexpr std::array<FrameRate, 20> kFrameRates{{
     {DisplayState120fps, "120", 120.0, 120, 120.0, DropFrame::None},
 }};
 
+/// The seven classic codes come first, 0 to 6.
+inline constexpr int kClassicRateCount = 7;
+
 /// Frame labels reach 100 only at the rates of 120 labels a second; only there is the frame field
 /// of a timecode three digits long, so that every other rate reads and writes what it always did.
 constexpr int frameDigits(const FrameRate& rate) {

@@ -15,21 +15,29 @@ from fontTools.ttLib import TTFont
 
 FONT = "/usr/share/fonts/truetype/dejavu/DejaVuSans-Bold.ttf"
 BASELINE = 16.0
-DIGIT_SCALE = 0.006028  # 12.35 px digits
+SMALL_BASELINE = 15.3  # three smaller digits sit as high as two large ones
 LETTER_SCALE = 0.004517  # 9.25 px suffix letter
-DIGIT_STEP = 9.63  # advance plus a little spacing
-# Where the first digit and the letter start, by suffix letter ("" for none).
-LAYOUT = {"": (13.05, None), "d": (9.40, 28.15), "n": (9.66, 27.22)}
+# By suffix letter ("" for none) and number of digits: where the first digit and the letter
+# start, the step from digit to digit (advance plus a little spacing) and the digits' scale
+# (12.35 px digits for two, 9.6 px for three, which must leave room for the letter).
+LAYOUT = {
+    ("", 2): (13.05, None, 9.63, 0.006028),
+    ("d", 2): (9.40, 28.15, 9.63, 0.006028),
+    ("n", 2): (9.66, 27.22, 9.63, 0.006028),
+    ("", 3): (11.45, None, 7.2, 0.0047),
+    ("d", 3): (6.6, 28.2, 7.2, 0.0047),
+    ("n", 3): (6.6, 28.6, 7.2, 0.0047),
+}
 LETTER_COLOUR = {"d": "#D0782A", "n": "#5C6670"}
 
 
-def outline(font, text, origin, step, scale):
+def outline(font, text, origin, step, scale, baseline=BASELINE):
     glyphs = font.getGlyphSet()
     cmap = font.getBestCmap()
     pen = SVGPathPen(glyphs, ntos=lambda v: ("%.2f" % v).rstrip("0").rstrip("."))
     for index, char in enumerate(text):
         x = origin + index * step
-        glyphs[cmap[ord(char)]].draw(TransformPen(pen, (scale, 0, 0, -scale, x, BASELINE)))
+        glyphs[cmap[ord(char)]].draw(TransformPen(pen, (scale, 0, 0, -scale, x, baseline)))
     return pen.getCommands()
 
 
@@ -37,7 +45,8 @@ def picture(label, title):
     font = TTFont(FONT)
     letter = label[-1] if label[-1] in "dn" else ""
     digits = label[:-1] if letter else label
-    digit_origin, letter_origin = LAYOUT[letter]
+    digit_origin, letter_origin, digit_step, digit_scale = LAYOUT[(letter, len(digits))]
+    baseline = BASELINE if len(digits) < 3 else SMALL_BASELINE
     lines = [
         '<?xml version="1.0" encoding="UTF-8"?>',
         '<svg xmlns="http://www.w3.org/2000/svg" version="1.2" baseProfile="tiny" width="44" '
@@ -46,7 +55,7 @@ def picture(label, title):
         '  <rect x="0.5" y="0.5" width="43" height="21" rx="4" ry="4" fill="#E1E4EA" '
         'stroke="#78808C" stroke-width="1"/>',
         '  <path d="M4.5 1.5H39.5" stroke="#F4F5F8" stroke-width="1" fill="none"/>',
-        f'  <path fill="#373F46" d="{outline(font, digits, digit_origin, DIGIT_STEP, DIGIT_SCALE)}"/>',
+        f'  <path fill="#373F46" d="{outline(font, digits, digit_origin, digit_step, digit_scale, baseline)}"/>',
     ]
     if letter:
         path = outline(font, letter, letter_origin, 0, LETTER_SCALE)

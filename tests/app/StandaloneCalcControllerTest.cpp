@@ -73,6 +73,8 @@ INSTANTIATE_TEST_SUITE_P(Forwarding, MenuCommands, testing::Values(
     CommandRow{"film_length", "Film Length", -1, 0, true},
     CommandRow{"rate_23d", "23.976 Drop Frame (23d)", 0, 3, true},
     CommandRow{"rate_59d", "59.94 Drop Frame (59d)", 0, 10, true},
+    CommandRow{"rate_95n", "95.904 (95n)", 0, 15, true},
+    CommandRow{"rate_119d", "119.88 Drop Frame (119d)", 0, 18, true},
     CommandRow{"mode_pf", "PF: Suffixes as Frames", 0, 0, false}),
     rowName<CommandRow>);
 // clang-format on
@@ -81,11 +83,15 @@ TEST_F(Delegate, StartsTheCalculatorWithItsMenusAndVersion) {
     EXPECT_TRUE(calc().calcWindow()->isVisible());
     const QRegularExpression line(QStringLiteral("^Version \\d+\\.\\d+\\.\\d+ \\(\\d+\\)$"));
     EXPECT_TRUE(line.match(delegate->versionText()->text()).hasMatch());
-    // Every command has a shortcut, but for the links in the Help menu.
+    // Every command has a shortcut of its own, but for the links in the Help menu.
+    QSet<QKeySequence> shortcuts;
     for (QAction* item : calc().calcWindow()->menuBar()->findChildren<QAction*>()) {
         if (item->isSeparator() || item->menu() || item->text().isEmpty()) continue;
         const bool link = item->text().contains("Website") || item->text().contains("About");
         EXPECT_TRUE(!item->shortcut().isEmpty() || link) << item->text().toStdString();
+        if (link) continue;
+        EXPECT_FALSE(shortcuts.contains(item->shortcut())) << item->text().toStdString();
+        shortcuts.insert(item->shortcut());
     }
 }
 

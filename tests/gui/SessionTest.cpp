@@ -280,32 +280,39 @@ TEST_F(Display, ViewsAndMenusFollowTheStateAndReading) {
 
 TEST_F(Display, RateButtonAndPopUpReachEveryCode) {
     auto& calc = start();
-    auto menu = taggedMenu(13);
+    auto menu = taggedMenu(20);
     calc.setDisplayFrameRateMenu(menu.get());
     type("48");
     QStringList results;
-    for (int code = 1; code <= 13; ++code) {
-        QTest::mouseClick(ui().displayButton24, Qt::LeftButton);
+    // The button steps among the classic seven, also from a rate chosen elsewhere.
+    for (int code = 0; code < 20; ++code) {
+        QAction chosen;
+        chosen.setProperty("tag", code);
+        calc.changeDisplayFrameRate(&chosen);
         results << ui().resultField->text();
-        EXPECT_EQ(calc.calculator().fps(), code % 13);
-        EXPECT_EQ(checkedTags(menu.get()), QList<int>{code % 13});
-        EXPECT_EQ(ui().fpsPopUp->currentData().toInt(), code % 13);
+        QTest::mouseClick(ui().displayButton24, Qt::LeftButton);
+        EXPECT_EQ(calc.calculator().fps(), (code + 1) % 7);
+        EXPECT_EQ(checkedTags(menu.get()), QList<int>{(code + 1) % 7});
+        EXPECT_EQ(ui().fpsPopUp->currentData().toInt(), (code + 1) % 7);
     }
     EXPECT_EQ(results.join(' '),
-              "00:00:01.23 00:00:01.18 00:00:02.00 00:00:01.18 00:00:02.00 "
-              "00:00:01.18 00:00:01.00 00:00:00.48 00:00:00.48 00:00:00.48 "
-              "00:00:01.00 00:00:00.48 00:00:02.00");
+              "00:00:02.00 00:00:01.23 00:00:01.18 00:00:02.00 00:00:01.18 00:00:02.00 "
+              "00:00:01.18 00:00:01.00 00:00:00.48 00:00:00.48 00:00:00.48 00:00:01.00 "
+              "00:00:00.48 00:00:00.48 00:00:00.48 00:00:00.48 00:00:00.48 00:00:00.048 "
+              "00:00:00.048 00:00:00.048");
     // Choosing a separator of the pop-up keeps the rate; a tag that is no rate never reaches
     // the engine.
-    const std::pair<int, int> positions[] = {{0, 3},  {4, 2},  {5, 2},   {7, 6},   {9, 7}, {11, 10},
-                                             {12, 9}, {13, 9}, {14, 11}, {15, 12}, {1, 0}};
+    const std::pair<int, int> positions[] = {{0, 3},   {4, 2},   {5, 2},   {7, 6},   {9, 7},
+                                             {11, 10}, {12, 9},  {13, 9},  {14, 11}, {15, 12},
+                                             {16, 12}, {17, 13}, {18, 15}, {19, 14}, {20, 16},
+                                             {21, 18}, {22, 17}, {23, 19}, {1, 0}};
     for (const auto& [position, code] : positions) {
         ui().fpsPopUp->setCurrentIndex(position);
         calc.changeDisplayFrameRate(ui().fpsPopUp);
         EXPECT_EQ(calc.calculator().fps(), code) << "position " << position;
     }
     QAction foreign;
-    foreign.setProperty("tag", 13);
+    foreign.setProperty("tag", 20);
     calc.changeDisplayFrameRate(&foreign);
     EXPECT_EQ(calc.calculator().fps(), DisplayState24fps);
 }
