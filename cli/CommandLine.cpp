@@ -13,6 +13,7 @@
 #include "CaptionTables.h"
 #include "FrameRate.h"
 #include "SideCalculators.h"
+#include "Units.h"
 #include "Version.h"
 
 namespace vantrel {
@@ -29,14 +30,24 @@ and the PF result. A reading without a result leaves its field empty.
                        95n, 100, 119n, 119d or 120 (default 24): d is drop frame, n
                        non-drop at 23.976, 29.97, 47.952, 59.94, 95.904 or 119.88; at
                        119n, 119d and 120 the frame field has three digits
-  -d, --display MODE   time, number, film or disk (default time): the display state the
-                       results are formatted for
+  -d, --display MODE   time, number, film, disk, feet, samples or realtime (default time):
+                       the display state the results are formatted for; feet is
+                       FEET+FRAMES of film, samples the audio samples from frame 0,
+                       realtime HH:MM:SS.mmm of real time, all at the exact rates
+      --gauge NAME     the film for feet: 35mm-4perf (the default), 35mm-3perf,
+                       35mm-2perf, 16mm or 65mm-5perf
+      --sample-rate HZ the audio for samples: 44100, 48000 (the default) or 96000
+      --exact-rates    the PT reading takes 23.976, 29.97, 47.952 and 59.94 at their
+                       exact rates (24000/1001 ...) rather than 23.97, 29.97, 47.952
+                       and 59.94
   -l, --lazy           evaluate as the window does while typing (first match anywhere,
                        lazy bounds)
   -b, --beautify       print each expression's normalised form instead of its results
   -j, --json           print one JSON object per expression instead of tab-separated
-                       fields: "expression", "pt", "pf", "ptFrames", "pfFrames", and the
-                       side figures asked for ("diskSpacePT" ... "filmLengthPF"); a
+                       fields: "expression", "pt", "pf", "ptFrames", "pfFrames", the
+                       unit display's pair ("feetFramesPT", "samplesPT", "realTimePT" and
+                       their PF twins), and the side figures asked for ("diskSpacePT" ...
+                       "filmLengthPF"); a
                        reading without a result, and a count that is not a finite
                        number (NaN, infinities), is null
   -n, --notation NAME  classic (01:00:10.12, the default) or smpte (01:00:10:12, with ';'
@@ -61,11 +72,27 @@ struct DisplayModeName {
     int mode;
 };
 
-constexpr std::array<DisplayModeName, 4> kDisplayModes{{
+constexpr std::array<DisplayModeName, 7> kDisplayModes{{
     {"time", DisplayStateTime},
     {"number", DisplayStateNumber},
     {"film", DisplayStateFilmLength},
     {"disk", DisplayStateDiskSpace},
+    {"feet", DisplayStateFeetFrames},
+    {"samples", DisplayStateSamples},
+    {"realtime", DisplayStateRealTime},
+}};
+
+// The JSON keys of each unit display's two results.
+struct UnitKeys {
+    int displayMode;
+    std::string_view pt;
+    std::string_view pf;
+};
+
+constexpr std::array<UnitKeys, 3> kUnitKeys{{
+    {DisplayStateFeetFrames, "feetFramesPT", "feetFramesPF"},
+    {DisplayStateSamples, "samplesPT", "samplesPF"},
+    {DisplayStateRealTime, "realTimePT", "realTimePF"},
 }};
 
 struct NotationName {
@@ -87,6 +114,8 @@ struct Options {
     int rate = DisplayState24fps;
     int displayMode = DisplayStateTime;
     TimecodeNotation notation = TimecodeNotation::Classic;
+    units::UnitChoice units;
+    bool exactRates = false;
     bool lazy = false;
     bool beautify = false;
     bool json = false;
@@ -126,7 +155,20 @@ int displayMode(std::string_view text) {
         if (entry.name == text) return entry.mode;
     }
     throw UsageError("unknown display mode '" + std::string(text) +
-                     "' (use time, number, film or disk)");
+                     "' (use time, number, film, disk, feet, samples or realtime)");
+}
+
+const units::Gauge* gauge(std::string_view text) {
+    if (const units::Gauge* named = units::gaugeNamed(text)) return named;
+    throw UsageError("unknown gauge '" + std::string(text) +
+                     "' (use 35mm-4perf, 35mm-3perf, 35mm-2perf, 16mm or 65mm-5perf)");
+}
+
+int sampleRate(std::string_view text) {
+    for (const int rate : units::kSampleRates) {
+        if (std::to_string(rate) == text) return rate;
+    }
+    throw UsageError("unknown sample rate '" + std::string(text) + "' (use 44100, 48000 or 96000)");
 }
 
 TimecodeNotation notation(std::string_view text) {
@@ -212,6 +254,12 @@ Options parseOptions(const std::vector<std::string>& arguments) {
             options.displayMode = displayMode(valueOf(name, attached));
         } else if (name == "-n" || name == "--notation") {
             options.notation = notation(valueOf(name, attached));
+        } else if (name == "--gauge") {
+            options.units.gauge = gauge(valueOf(name, attached));
+        } else if (name == "--sample-rate") {
+            options.units.sampleRate = sampleRate(valueOf(name, attached));
+        } else if (!attached && name == "--exact-rates") {
+            options.exactRates = true;
         } else if (name == "--disk") {
             options.disk = diskChoice(name, valueOf(name, attached));
         } else if (name == "--film") {
@@ -241,13 +289,12 @@ public:
         : m_options(options), m_output(output) {
         m_calc.setFps(options.rate);
         m_calc.setTimecodeNotation(options.notation);
+        m_calc.setExactRates(options.exactRates);
     }
 
     void print(std::string_view expression) {
-        const auto pt = m_options.lazy ? m_calc.lazyevalPT(expression, m_options.displayMode)
-                                       : m_calc.evalPT(expression, m_options.displayMode);
-        const auto pf = m_options.lazy ? m_calc.lazyevalPF(expression, m_options.displayMode)
-                                       : m_calc.evalPF(expression, m_options.displayMode);
+        const auto pt = result(expression, Flavour::PT);
+        const auto pf = result(expression, Flavour::PF);
         m_everyExpressionAccepted = m_everyExpressionAccepted && pt && pf;
         if (m_options.json) {
             printJson(expression, pt, pf);
@@ -265,6 +312,25 @@ public:
 private:
     using Json = nlohmann::ordered_json;
 
+    // A unit display is written from the exact frame count; the engine's number reading tells
+    // whether there is one and keeps the cached result the side figures read.
+    std::optional<std::string> result(std::string_view expression, Flavour flavour) {
+        const int mode = m_options.displayMode;
+        const bool unit = units::isUnitDisplay(mode);
+        const int engineMode = unit ? DisplayStateNumber : mode;
+        const bool pt = flavour == Flavour::PT;
+        auto text = m_options.lazy ? (pt ? m_calc.lazyevalPT(expression, engineMode)
+                                         : m_calc.lazyevalPF(expression, engineMode))
+                                   : (pt ? m_calc.evalPT(expression, engineMode)
+                                         : m_calc.evalPF(expression, engineMode));
+        if (!text || !unit) return text;
+        const auto frames = m_options.lazy ? (pt ? m_calc.lazyevalPTToFrames(expression)
+                                                 : m_calc.lazyevalPFToFrames(expression))
+                                           : (pt ? m_calc.evalPTToFrames(expression)
+                                                 : m_calc.evalPFToFrames(expression));
+        return units::unitText(mode, frames.value_or(0.0), m_options.rate, m_options.units);
+    }
+
     // Keys in a fixed order, so a script or a person reading the lines finds them in one place.
     // Text that is not valid UTF-8 is written with U+FFFD in place of each bad byte.
     void printJson(std::string_view expression, const std::optional<std::string>& pt,
@@ -279,6 +345,11 @@ private:
         line["pf"] = textOrNull(pf);
         line["ptFrames"] = pt ? Json(m_calc.cachedResultPT()) : Json();
         line["pfFrames"] = pf ? Json(m_calc.cachedResultPF()) : Json();
+        for (const UnitKeys& keys : kUnitKeys) {
+            if (keys.displayMode != m_options.displayMode) continue;
+            line[keys.pt] = textOrNull(pt);
+            line[keys.pf] = textOrNull(pf);
+        }
         for (const auto& [key, text] : sideFigures()) line[key] = text;
         m_output << line.dump(-1, ' ', false, Json::error_handler_t::replace) << '\n';
     }

@@ -52,6 +52,11 @@ public:
     int fps() const { return m_fps; }
     double framerate() const { return m_framerate; }
 
+    /// With exact rates the PT reading takes the ÷1.001 rates at their exact fractions (24000/1001
+    /// and so on) instead of 23.97, 29.97, 47.952 and 59.94, as editing systems do.
+    void setExactRates(bool exact) { m_exactRates = exact; }
+    bool exactRates() const { return m_exactRates; }
+
     void setTimecodeNotation(TimecodeNotation notation) { m_notation = notation; }
     TimecodeNotation timecodeNotation() const { return m_notation; }
 
@@ -142,6 +147,9 @@ private:
     std::optional<std::string> evalToText(std::string_view expression, Flavour flavour,
                                           Extent extent, int displayMode);
     std::string resultText(float value, int displayMode, Extent extent) const;
+    /// The rate by which the PT reading takes a suffix's timestamp as time, and the current code's.
+    double realRateOf(const FrameRate& rate) const;
+    double currentRealRate() const;
     /// Three digits at the current code when its frame labels reach 100, else two.
     FrameField frameField() const;
     /// "." in classic notation; in SMPTE ";" at a drop-frame rate and ":" at any other.
@@ -153,6 +161,7 @@ private:
     double m_framerate = 24.0;
     int m_fps = DisplayState24fps;
     TimecodeNotation m_notation = TimecodeNotation::Classic;
+    bool m_exactRates = false;
     // The one place where an expression is read; SMPTE timestamps become classic ones first.
     mutable LastMatch m_lastMatch;
     Flavour m_walkFlavour = Flavour::PT;

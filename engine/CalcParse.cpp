@@ -71,6 +71,18 @@ double suffixedLabel(const TimestampParts& parts, const FrameRate& rate) {
 
 }  // namespace
 
+double Calc::realRateOf(const FrameRate& rate) const {
+    return m_exactRates ? rate.exact.value() : rate.realRate;
+}
+
+// The current code's frames per second of real time; a drop-frame code counts labels at its
+// nominal rate and converts them afterwards.
+double Calc::currentRealRate() const {
+    const FrameRate* rate = frameRateForCode(m_fps);
+    if (!m_exactRates || !rate || rate->dropFrame != DropFrame::None) return m_framerate;
+    return rate->exact.value();
+}
+
 double Calc::framecountPTFromString(std::string_view timestamp) const {
     const TimestampParts parts = partsOf(timestamp);
     const double nominal = std::floor(m_framerate + 0.5);
@@ -79,7 +91,7 @@ double Calc::framecountPTFromString(std::string_view timestamp) const {
         value = unsuffixedCount(parts, nominal);
     } else if (const FrameRate* rate = frameRateForSuffix(parts.suffix)) {
         const double realFrames = Calc::realFCfromDropFC(suffixedLabel(parts, *rate), rate->code);
-        value = (realFrames * m_framerate) / rate->realRate;
+        value = (realFrames * currentRealRate()) / realRateOf(*rate);
     }
     // At a drop-frame code the time-based value is itself a label count of that code.
     return realFCfromDropFC(value, m_fps);

@@ -32,5 +32,9 @@ inline constexpr int DisplayStateTime = 0;
 inline constexpr int DisplayStateNumber = 1;
 inline constexpr int DisplayStateFilmLength = -1;
 inline constexpr int DisplayStateDiskSpace = -2;
+// The units of film, sound and the clock, shown beside a timecode like the time and the number.
+inline constexpr int DisplayStateFeetFrames = 2;
+inline constexpr int DisplayStateSamples = 3;
+inline constexpr int DisplayStateRealTime = 4;
 
 }  // namespace vantrel

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 #include <string_view>
 
 #include "DisplayState.h"
@@ -21,9 +22,19 @@ inline constexpr double kRate119_88 = 120000.0 / 1001.0;
 /// at 23.976 and 29.97, 00 to 03 at 59.94, 00 to 07 at 119.88.
 enum class DropFrame { None, Variant23, Variant29, Variant59, Variant119 };
 
+/// A rate as the exact fraction editing systems use: 24000/1001 for 23.976.
+struct ExactRate {
+    std::int64_t numerator;
+    std::int64_t denominator;
+    constexpr double value() const {
+        return static_cast<double>(numerator) / static_cast<double>(denominator);
+    }
+};
+
 /// Everything a frame-rate code brings: its suffix text ("|25"), the framerate that setFps()
 /// stores, the nominal rate that timestamps are split with, the real rate by which the PT reading
-/// turns a suffixed timestamp into time, and its drop-frame counting.
+/// turns a suffixed timestamp into time, its drop-frame counting, and its exact rate, which the
+/// unit displays always use and the PT reading uses when asked to.
 struct FrameRate {
     int code;
     std::string_view suffix;
@@ -31,29 +42,36 @@ struct FrameRate {
     int nominal;
     double realRate;
     DropFrame dropFrame;
+    ExactRate exact;
 };
 
 inline constexpr std::array<FrameRate, 20> kFrameRates{{
-    {DisplayState24fps, "24", 24.0, 24, 24.0, DropFrame::None},
-    {DisplayState25fps, "25", 25.0, 25, 25.0, DropFrame::None},
-    {DisplayState30fps, "30", 30.0, 30, 30.0, DropFrame::None},
-    {DisplayState23drop, "23d", 24.0, 24, kRate23_97, DropFrame::Variant23},
-    {DisplayState29drop, "29d", 30.0, 30, kRate29_97, DropFrame::Variant29},
-    {DisplayState23nondrop, "23n", kRate23_97, 24, kRate23_97, DropFrame::None},
-    {DisplayState29nondrop, "29n", kRate29_97, 30, kRate29_97, DropFrame::None},
-    {DisplayState48fps, "48", 48.0, 48, 48.0, DropFrame::None},
-    {DisplayState50fps, "50", 50.0, 50, 50.0, DropFrame::None},
-    {DisplayState60fps, "60", 60.0, 60, 60.0, DropFrame::None},
-    {DisplayState59drop, "59d", 60.0, 60, kRate59_94, DropFrame::Variant59},
-    {DisplayState47nondrop, "47n", kRate47_952, 48, kRate47_952, DropFrame::None},
-    {DisplayState59nondrop, "59n", kRate59_94, 60, kRate59_94, DropFrame::None},
-    {DisplayState72fps, "72", 72.0, 72, 72.0, DropFrame::None},
-    {DisplayState96fps, "96", 96.0, 96, 96.0, DropFrame::None},
-    {DisplayState95nondrop, "95n", kRate95_904, 96, kRate95_904, DropFrame::None},
-    {DisplayState100fps, "100", 100.0, 100, 100.0, DropFrame::None},
-    {DisplayState119nondrop, "119n", kRate119_88, 120, kRate119_88, DropFrame::None},
-    {DisplayState119drop, "119d", 120.0, 120, kRate119_88, DropFrame::Variant119},
-    {DisplayState120fps, "120", 120.0, 120, 120.0, DropFrame::None},
+    {DisplayState24fps, "24", 24.0, 24, 24.0, DropFrame::None, {24, 1}},
+    {DisplayState25fps, "25", 25.0, 25, 25.0, DropFrame::None, {25, 1}},
+    {DisplayState30fps, "30", 30.0, 30, 30.0, DropFrame::None, {30, 1}},
+    {DisplayState23drop, "23d", 24.0, 24, kRate23_97, DropFrame::Variant23, {24000, 1001}},
+    {DisplayState29drop, "29d", 30.0, 30, kRate29_97, DropFrame::Variant29, {30000, 1001}},
+    {DisplayState23nondrop, "23n", kRate23_97, 24, kRate23_97, DropFrame::None, {24000, 1001}},
+    {DisplayState29nondrop, "29n", kRate29_97, 30, kRate29_97, DropFrame::None, {30000, 1001}},
+    {DisplayState48fps, "48", 48.0, 48, 48.0, DropFrame::None, {48, 1}},
+    {DisplayState50fps, "50", 50.0, 50, 50.0, DropFrame::None, {50, 1}},
+    {DisplayState60fps, "60", 60.0, 60, 60.0, DropFrame::None, {60, 1}},
+    {DisplayState59drop, "59d", 60.0, 60, kRate59_94, DropFrame::Variant59, {60000, 1001}},
+    {DisplayState47nondrop, "47n", kRate47_952, 48, kRate47_952, DropFrame::None, {48000, 1001}},
+    {DisplayState59nondrop, "59n", kRate59_94, 60, kRate59_94, DropFrame::None, {60000, 1001}},
+    {DisplayState72fps, "72", 72.0, 72, 72.0, DropFrame::None, {72, 1}},
+    {DisplayState96fps, "96", 96.0, 96, 96.0, DropFrame::None, {96, 1}},
+    {DisplayState95nondrop, "95n", kRate95_904, 96, kRate95_904, DropFrame::None, {96000, 1001}},
+    {DisplayState100fps, "100", 100.0, 100, 100.0, DropFrame::None, {100, 1}},
+    {DisplayState119nondrop,
+     "119n",
+     kRate119_88,
+     120,
+     kRate119_88,
+     DropFrame::None,
+     {120000, 1001}},
+    {DisplayState119drop, "119d", 120.0, 120, kRate119_88, DropFrame::Variant119, {120000, 1001}},
+    {DisplayState120fps, "120", 120.0, 120, 120.0, DropFrame::None, {120, 1}},
 }};
 
 /// The seven classic codes come first, 0 to 6.

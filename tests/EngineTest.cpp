@@ -13,6 +13,7 @@
 #include "FrameRate.h"
 #include "SideCalculators.h"
 #include "TestRows.h"
+#include "Units.h"
 
 using namespace vantrel;
 
@@ -78,12 +79,31 @@ std::string readsAsClassic(Calc& calc, const std::string& input) {
            (calc.evalPTToFrames(classic) ? "" : ", unread");
 }
 
+// "1 2 3 at 4,48000": each frame count before "at" through the unit, the results joined by blanks;
+// with `eachRow`, the one frame count through the unit at each row number instead.
+std::string eachUnitText(const std::string& input, bool eachRow,
+                         const std::function<std::string(double, int)>& unit) {
+    const auto [frames, rows] = framesAndRows(input);
+    std::istringstream counts(input.substr(0, input.find(" at ")));
+    std::string joined;
+    for (std::string count; counts >> count;) {
+        for (const int row : eachRow ? rows : std::vector<int>{rows[0]}) {
+            joined += (joined.empty() ? "" : " ") + unit(number(count), row);
+        }
+    }
+    return joined;
+}
+
 std::string evaluated(const EngineRow& row) {
     Calc calc;
     calc.setFps(row.code);
     std::string call = row.call;
     if (call.starts_with("smpte ")) {
         calc.setTimecodeNotation(TimecodeNotation::Smpte);
+        call.erase(0, 6);
+    }
+    if (call.starts_with("exact ")) {
+        calc.setExactRates(true);
         call.erase(0, 6);
     }
     const std::string& input = row.input;
@@ -122,6 +142,24 @@ std::string evaluated(const EngineRow& row) {
          }},
         {"film length", [&] { return side_calculators::filmLength(frames, rows[0], rows[1]); }},
         {"storage", [&] { return side_calculators::storageText(number(input)); }},
+        {"feet",
+         [&] {
+             return eachUnitText(input, false, [](double count, int gauge) {
+                 return units::feetAndFrames(count,
+                                             units::kGauges.at(static_cast<std::size_t>(gauge)));
+             });
+         }},
+        {"samples",
+         [&] {
+             return eachUnitText(input, false, [&](double count, int sampleRate) {
+                 return units::samples(count, row.code, sampleRate);
+             });
+         }},
+        {"real time",
+         [&] {
+             return eachUnitText(
+                 input, true, [](double count, int code) { return units::realTime(count, code); });
+         }},
         {"duration", [&] { return side_calculators::durationText(number(input)); }},
     };
     return calls.at(call)();
@@ -262,6 +300,10 @@ INSTANTIATE_TEST_SUITE_P(Engine, EngineCases, testing::Values<EngineRow>(
     EngineRow{"suffix_24_at_119n", "read", 17, "00:00:01.00|24", "119.8801199 / 24"},
     EngineRow{"suffix_72_at_24", "read", 0, "00:00:01.00|72", "24 / 72"},
     EngineRow{"suffix_100_at_25", "read", 1, "00:00:01.00|100", "25 / 100"},
+    EngineRow{"exact_23n_at_24", "exact read", 0, "01:00:00.00|23n", "86486.4 / 86400"},
+    EngineRow{"exact_29d_at_25", "exact read", 1, "01:00:00.00|29d", "89999.91 / 107892"},
+    EngineRow{"exact_24_at_23n", "exact read", 5, "01:00:00.00|24", "86313.68631 / 86400"},
+    EngineRow{"exact_59n_at_25", "exact read", 1, "01:00:00.00|59n", "90090 / 216000"},
     // Colouring: the black span in brackets, then the lazy number
     EngineRow{"trailing_operator", "colour", 1, "1+", "[1]+ = 1"},
     EngineRow{"leading_minus", "colour", 1, "-1", "-[1] = 1"},
@@ -337,7 +379,22 @@ INSTANTIATE_TEST_SUITE_P(Engine, EngineCases, testing::Values<EngineRow>(
     EngineRow{"too_long", "film length", 0, "1e9 at 4,0", "∞"},
     EngineRow{"too_long_negative", "film length", 0, "-1e9 at 4,0", "-∞"},
     EngineRow{"film_of_nan", "film length", 0, "nan at 4,0", "∞"},
-    EngineRow{"gauge_outside_table", "film length", 0, "1500 at 6,0", "∞"}),
+    EngineRow{"gauge_outside_table", "film length", 0, "1500 at 6,0", "∞"},
+    // Units: feet+frames at a gauge, samples at a code and sample rate, real time at codes
+    EngineRow{"feet_4perf", "feet", 0, "15 16 1828 -1828 0.5 -0.5 nan at 0", "0+15 1+00 114+04 -114+04 0+01 -0+01 NaN"},
+    EngineRow{"feet_3perf_cycle", "feet", 0, "21 22 42 43 63 64 1828 -22 at 1", "0+21.3 1+00.1 1+20.1 2+00.2 2+20.2 3+00.3 85+14.1 -1+00.1"},
+    EngineRow{"feet_2perf", "feet", 0, "31 32 1828 at 2", "0+31 1+00 57+04"},
+    EngineRow{"feet_16mm", "feet", 0, "39 40 1828 at 3", "0+39 1+00 45+28"},
+    EngineRow{"feet_65mm_5perf_cycle", "feet", 0, "12 13 51 52 63 64 at 4", "0+12 1+00 3+12 4+00 4+11 5+00"},
+    EngineRow{"feet_range", "feet", 0, "159999999 160000000 -160000000 inf at 0", "9999999+15 ∞ -∞ ∞"},
+    EngineRow{"samples_29_97_cadence", "samples", 4, "1 2 3 4 5 2589408 -5 at 48000", "1602 3203 4805 6406 8008 4147195853 -8008"},
+    EngineRow{"samples_59_94_cadence", "samples", 12, "1 2 3 4 5 at 48000", "801 1602 2402 3203 4004"},
+    EngineRow{"samples_23_976", "samples", 5, "1 86400 at 48000", "2002 172972800"},
+    EngineRow{"samples_25_at_each_rate", "samples", 1, "1 2160000 at 44100", "1764 3810240000"},
+    EngineRow{"samples_96k_119d", "samples", 18, "5 431568 at 96000", "4004 345599654"},
+    EngineRow{"samples_range", "samples", 1, "520833333 520833334 nan at 48000", "999999999360 ∞ NaN"},
+    EngineRow{"real_time_each_rate", "real time", 0, "86400 at 0,1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,16,17,18,19", "01:00:00.000 00:57:36.000 00:48:00.000 01:00:03.600 00:48:02.880 01:00:03.600 00:48:02.880 00:30:00.000 00:28:48.000 00:24:00.000 00:24:01.440 00:30:01.800 00:24:01.440 00:20:00.000 00:15:00.000 00:15:00.900 00:14:24.000 00:12:00.720 00:12:00.720 00:12:00.000"},
+    EngineRow{"real_time_edges", "real time", 0, "1 -86400 863999999 864000000 at 0", "00:00:00.042 -01:00:00.000 9999:59:59.958 ∞"}),
     rowName<EngineRow>);
 // clang-format on
 

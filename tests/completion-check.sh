@@ -25,7 +25,9 @@ check_values() {
 }
 
 check_values -r 20
-check_values --display 4
+check_values --display 7
+check_values --gauge 5
+check_values --sample-rate 3
 check_values -n 2
 [ "$(completions -r 5)" = $'50\n59d\n59n' ] && [ "$(completions -r 11)" = $'119n\n119d' ] || { echo "-r 5 completes wrongly" >&2; exit 1; }
 [ "$(completions --no)" = "--notation" ] || { echo "--no does not complete" >&2; exit 1; }

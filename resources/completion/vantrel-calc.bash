@@ -1,4 +1,5 @@
-# Bash completion for vantrel-calc: options, rate codes, display modes and notations.
+# Bash completion for vantrel-calc: options, rate codes, display modes, notations, gauges and
+# sample rates.
 _vantrel_calc() {
     local current=${COMP_WORDS[COMP_CWORD]}
     local previous=${COMP_WORDS[COMP_CWORD-1]}
@@ -12,17 +13,24 @@ _vantrel_calc() {
             COMPREPLY=($(compgen -W "24 25 30 23d 29d 23n 29n 48 50 60 59d 47n 59n 72 96 95n 100 119n 119d 120" -- "$current"))
             return 0 ;;
         -d | --display)
-            COMPREPLY=($(compgen -W "time number film disk" -- "$current"))
+            COMPREPLY=($(compgen -W "time number film disk feet samples realtime" -- "$current"))
             return 0 ;;
         -n | --notation)
             COMPREPLY=($(compgen -W "classic smpte" -- "$current"))
+            return 0 ;;
+        --gauge)
+            COMPREPLY=($(compgen -W "35mm-4perf 35mm-3perf 35mm-2perf 16mm 65mm-5perf" -- "$current"))
+            return 0 ;;
+        --sample-rate)
+            COMPREPLY=($(compgen -W "44100 48000 96000" -- "$current"))
             return 0 ;;
         --disk | --film)
             return 0 ;;
     esac
     if [[ $current == -* ]]; then
         COMPREPLY=($(compgen -W "-r --rate -d --display -n --notation -l --lazy -b --beautify
-            -j --json --disk --film -h --help --version --" -- "$current"))
+            -j --json --gauge --sample-rate --exact-rates --disk --film -h --help --version --" \
+            -- "$current"))
     fi
 }
 complete -F _vantrel_calc vantrel-calc

@@ -1,0 +1,104 @@
+#include "Units.h"
+
+#include <cmath>
+#include <cstdint>
+
+#include "DisplayState.h"
+#include "FrameRate.h"
+#include "NumberText.h"
+
+namespace vantrel::units {
+
+namespace {
+
+constexpr double kLargestFeet = 9999999.0;
+constexpr long double kLargestSamples = 999999999999.0L;
+constexpr long double kLargestMilliseconds = 10000.0L * 3600.0L * 1000.0L;
+
+// A figure rounded to a whole number on its magnitude, halves upward, written with its sign in
+// front, or the overflow sign when the magnitude leaves the range.
+template <typename Number, typename Write>
+std::string signedFigure(Number value, Number largest, Write write) {
+    const bool negative = value < 0;
+    const Number whole = std::floor((negative ? -value : value) + Number(0.5));
+    if (whole > largest) return negative ? "-∞" : "∞";
+    const std::string text = write(whole);
+    return negative && whole > 0 ? "-" + text : text;
+}
+
+// The code's exact rate; a value that is no code counts at 24 frames a second.
+ExactRate exactRateOf(int rateCode) {
+    const FrameRate* rate = frameRateForCode(rateCode);
+    return rate ? rate->exact : kFrameRates.front().exact;
+}
+
+}  // namespace
+
+const Gauge* gaugeNamed(std::string_view name) {
+    for (const Gauge& gauge : kGauges) {
+        if (gauge.name == name) return &gauge;
+    }
+    return nullptr;
+}
+
+std::string feetAndFrames(double frames, const Gauge& gauge) {
+    if (std::isnan(frames)) return "NaN";
+    const double framesPerFoot = static_cast<double>(gauge.perfsPerFoot) / gauge.perfsPerFrame;
+    return signedFigure(frames, (kLargestFeet + 1.0) * framesPerFoot - 1.0, [&](double whole) {
+        const auto frame = static_cast<std::int64_t>(whole);
+        const std::int64_t foot = frame * gauge.perfsPerFrame / gauge.perfsPerFoot;
+        // The first frame that starts within the foot.
+        const std::int64_t first =
+            (foot * gauge.perfsPerFoot + gauge.perfsPerFrame - 1) / gauge.perfsPerFrame;
+        std::string text = std::to_string(foot) + "+" + number_text::twoDigits(frame - first);
+        // Feet of 21, 21 and 22 frames take the places 1, 2 and 3; the first foot is a long one.
+        if (gauge.writesPerfOffset) text += "." + std::to_string((foot + 2) % 3 + 1);
+        return text;
+    });
+}
+
+std::string samples(double frames, int rateCode, int sampleRate) {
+    if (std::isnan(frames)) return "NaN";
+    const ExactRate rate = exactRateOf(rateCode);
+    const long double count = static_cast<long double>(frames) * sampleRate * rate.denominator /
+                              static_cast<long double>(rate.numerator);
+    return signedFigure(count, kLargestSamples, [](long double whole) {
+        return std::to_string(static_cast<std::int64_t>(whole));
+    });
+}
+
+std::string realTime(double frames, int rateCode) {
+    if (std::isnan(frames)) return "NaN";
+    const ExactRate rate = exactRateOf(rateCode);
+    const long double milliseconds = static_cast<long double>(frames) * 1000.0L * rate.denominator /
+                                     static_cast<long double>(rate.numerator);
+    return signedFigure(std::floor(milliseconds + 0.5L), kLargestMilliseconds - 1.0L,
+                        [](long double whole) {
+                            const auto ms = static_cast<std::int64_t>(whole);
+                            return number_text::twoDigits(ms / 3600000) + ":" +
+                                   number_text::twoDigits(ms / 60000 % 60) + ":" +
+                                   number_text::twoDigits(ms / 1000 % 60) + "." +
+                                   number_text::paddedDigits(ms % 1000, 3);
+                        });
+}
+
+bool isUnitDisplay(int displayState) {
+    return displayState == DisplayStateFeetFrames || displayState == DisplayStateSamples ||
+           displayState == DisplayStateRealTime;
+}
+
+std::optional<std::string> unitText(int displayState, double frames, int rateCode,
+                                    const UnitChoice& choice) {
+    switch (displayState) {
+        case DisplayStateFeetFrames:
+            return feetAndFrames(frames, *choice.gauge);
+        case DisplayStateSamples:
+            return samples(frames, rateCode, choice.sampleRate);
+        case DisplayStateRealTime:
+            return realTime(frames, rateCode);
+        default:
+            return std::nullopt;
+    }
+}
+
+}  // namespace vantrel::units
