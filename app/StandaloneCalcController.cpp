@@ -105,7 +105,11 @@ void StandaloneCalcController::buildMenuBar(QMenuBar* menuBar) {
                       {{tr("&Time"), QKeySequence(tr("Ctrl+1")), DisplayStateTime},
                        {tr("&Frame Number"), QKeySequence(tr("Ctrl+2")), DisplayStateNumber},
                        {tr("&Disk Space"), QKeySequence(tr("Ctrl+3")), DisplayStateDiskSpace},
-                       {tr("F&ilm Length"), QKeySequence(tr("Ctrl+4")), DisplayStateFilmLength}});
+                       {tr("F&ilm Length"), QKeySequence(tr("Ctrl+4")), DisplayStateFilmLength},
+                       {tr("F&eet+Frames"), QKeySequence(tr("Ctrl+7")), DisplayStateFeetFrames},
+                       {tr("Sa&mples"), QKeySequence(tr("Ctrl+8")), DisplayStateSamples},
+                       {tr("Re&al Time"), QKeySequence(tr("Ctrl+9")), DisplayStateRealTime}});
+    m_calcController->addUnitChoiceItems(m_displayModeMenu);
     m_displayModeMenu->addSeparator();
     addCommand(m_displayModeMenu, tr("Show or Hide the &Log"), QKeySequence(tr("Ctrl+L")),
                &StandaloneCalcController::toggleResultLog);

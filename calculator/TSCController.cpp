@@ -159,6 +159,7 @@ void TSCController::initialize() {
     setTransferTimePF(QStringLiteral("0 h"));
     restoreIndexes();
     restoreTimecodeNotation();
+    restoreUnitChoices();
 
     // The hover buttons' images sit where the window's layout expects them.
     m_ui->displayButton24->cell().setOffset(2.0f);

@@ -15,6 +15,7 @@
 #include "HelpWindow.h"
 #include "Preferences.h"
 #include "SideCalculators.h"
+#include "Units.h"
 
 class QComboBox;
 class QPropertyAnimation;
@@ -102,6 +103,16 @@ public:
     /// The menu items that choose the notation, each tagged 0 (classic) or 1 (SMPTE).
     void setTimecodeNotationItems(const QList<QAction*>& items);
 
+    /// The unit displays' film gauge ("FeetFramesGauge", by name) and sample rate
+    /// ("AudioSampleRate", in Hz), and whether the PT reading takes the exact NTSC rates
+    /// ("ExactNTSCRates").
+    const units::UnitChoice& unitChoice() const { return m_unitChoice; }
+    void setFeetGauge(const units::Gauge& gauge);
+    void setSampleRate(int sampleRate);
+    void setExactRates(bool exact);
+    /// Adds the choices of gauge, sample rate and exact rates to the menu, kept checked.
+    void addUnitChoiceItems(QMenu* menu);
+
     /// The widgets of the layout, for the application shell and for tests.
     Ui::Calculator& ui();
 
@@ -166,10 +177,14 @@ private:
     void fillPopUps();
     void restoreIndexes();
     void restoreTimecodeNotation();
+    void restoreUnitChoices();
+    void checkUnitChoiceItems();
     void restoreWindowFrame();
     void rememberExpression(const QString& inputText);
     void appendToLog(const QString& text);
     void showLazyResults(bool keepFilmFields);
+    /// The text of one reading in the current display state.
+    std::optional<std::string> evaluated(const std::string& typed, Flavour flavour, bool lazy);
     void showLazyResult(QLineEdit* field, const std::optional<std::string>& result,
                         bool keepFilmFields);
     void refreshSideCalculators();
@@ -228,6 +243,10 @@ private:
     QPointer<QMenu> m_displayFrameRateMenu;
     QPointer<QMenu> m_displayCalcModeMenu;
     QList<QPointer<QAction>> m_timecodeNotationItems;
+    units::UnitChoice m_unitChoice;
+    QList<QPointer<QAction>> m_gaugeItems;
+    QList<QPointer<QAction>> m_sampleRateItems;
+    QPointer<QAction> m_exactRatesItem;
 };
 
 }  // namespace vantrel

@@ -20,6 +20,12 @@ QString displayStatePicture(int state) {
             return QStringLiteral("DisplayButtonDiskSpace");
         case DisplayStateFilmLength:
             return QStringLiteral("DisplayButtonFilm");
+        case DisplayStateFeetFrames:
+            return QStringLiteral("DisplayButtonFeetFrames");
+        case DisplayStateSamples:
+            return QStringLiteral("DisplayButtonSamples");
+        case DisplayStateRealTime:
+            return QStringLiteral("DisplayButtonRealTime");
         default:
             return QStringLiteral("DisplayButtonTime");
     }
@@ -43,6 +49,12 @@ QString displayStateName(int state) {
             return QObject::tr("Display: disk space");
         case DisplayStateFilmLength:
             return QObject::tr("Display: film length");
+        case DisplayStateFeetFrames:
+            return QObject::tr("Display: feet and frames");
+        case DisplayStateSamples:
+            return QObject::tr("Display: audio samples");
+        case DisplayStateRealTime:
+            return QObject::tr("Display: real time");
         default:
             return QObject::tr("Display: time");
     }
@@ -73,7 +85,7 @@ void checkTaggedItems(QMenu* menu, int value) {
 void TSCController::showDisplayStateViews() {
     const int state = m_displayButtonState;
     const bool time = state == DisplayStateTime;
-    const bool calculator = time || state == DisplayStateNumber;
+    const bool calculator = time || state == DisplayStateNumber || units::isUnitDisplay(state);
     const bool disk = state == DisplayStateDiskSpace;
     const bool film = state == DisplayStateFilmLength;
     m_ui->displayButton->setIcon(namedImage(displayStatePicture(state)));
@@ -105,7 +117,8 @@ void TSCController::showDisplayStateViews() {
 
 void TSCController::changeDisplayMode(QObject* sender) {
     if (sender == m_ui->displayButton) {
-        // The button steps time, number, disk space, film length and back to time.
+        // The button steps time, number, disk space, film length and back to time; from a unit
+        // display, reached by menu, it goes on to disk space as from the number.
         const int next = m_displayButtonState + 1;
         m_displayButtonState = next > DisplayStateNumber ? DisplayStateDiskSpace : next;
     } else if (sender) {

@@ -58,23 +58,31 @@ void TSCController::connectWidgets() {
 QString TSCController::placeholder() const {
     switch (m_displayButtonState) {
         case DisplayStateNumber:
+        case DisplayStateSamples:
             return QStringLiteral("0");
         case DisplayStateFilmLength:
             return QStringLiteral("0 m");
+        case DisplayStateFeetFrames:
+            return QStringLiteral("0+00");
+        case DisplayStateRealTime:
+            return QStringLiteral("00:00:00.000");
         default:
             return timecodeNotation() == TimecodeNotation::Smpte ? QStringLiteral("00:00:00:00")
                                                                  : QStringLiteral("00:00:00.00");
     }
 }
 
+// A unit's result carries the unit's mark, so that the line reads "… = 5400+00ft|23n (PT)".
 QString TSCController::logLine(const QString& expression, const std::string& result,
                                bool pt) const {
     const FrameRate* rate = frameRateForCode(m_displayFrameRateState);
     const QString suffix =
         rate ? QString::fromUtf8(rate->suffix.data(), static_cast<qsizetype>(rate->suffix.size()))
              : QString();
-    return expression + QStringLiteral(" = ") + QString::fromStdString(result) + QLatin1Char('|') +
-           suffix + (pt ? QStringLiteral(" (PT)\n") : QStringLiteral(" (PF)\n"));
+    const std::string_view mark = units::unitMark(m_displayButtonState);
+    return expression + QStringLiteral(" = ") + QString::fromStdString(result) +
+           QString::fromLatin1(mark.data(), static_cast<qsizetype>(mark.size())) +
+           QLatin1Char('|') + suffix + (pt ? QStringLiteral(" (PT)\n") : QStringLiteral(" (PF)\n"));
 }
 
 void TSCController::appendToLog(const QString& text) {
@@ -93,11 +101,11 @@ void TSCController::finish(QObject*) {
     const std::string typed = input.toStdString();
     const QString expression = QString::fromStdString(m_calculator.beautifyExpression(typed));
     rememberExpression(expression);
-    if (const auto pt = m_calculator.evalPT(typed, m_displayButtonState)) {
+    if (const auto pt = evaluated(typed, Flavour::PT, false)) {
         if (m_displayCalcModeTime) appendToLog(logLine(expression, *pt, true));
         m_ui->resultField->setText(QString::fromStdString(*pt));
     }
-    if (const auto pf = m_calculator.evalPF(typed, m_displayButtonState)) {
+    if (const auto pf = evaluated(typed, Flavour::PF, false)) {
         if (!m_displayCalcModeTime) appendToLog(logLine(expression, *pf, false));
         m_ui->resultField2->setText(QString::fromStdString(*pf));
     }
@@ -137,10 +145,13 @@ void TSCController::showLazyResult(QLineEdit* field, const std::optional<std::st
 
 void TSCController::showLazyResults(bool keepFilmFields) {
     const std::string typed = m_ui->inputField->text().toStdString();
-    showLazyResult(m_ui->resultField, m_calculator.lazyevalPT(typed, m_displayButtonState),
-                   keepFilmFields);
-    showLazyResult(m_ui->resultField2, m_calculator.lazyevalPF(typed, m_displayButtonState),
-                   keepFilmFields);
+    showLazyResult(m_ui->resultField, evaluated(typed, Flavour::PT, true), keepFilmFields);
+    showLazyResult(m_ui->resultField2, evaluated(typed, Flavour::PF, true), keepFilmFields);
+}
+
+std::optional<std::string> TSCController::evaluated(const std::string& typed, Flavour flavour,
+                                                    bool lazy) {
+    return units::evaluated(m_calculator, typed, flavour, lazy, m_displayButtonState, m_unitChoice);
 }
 
 void TSCController::update(QObject*) {

@@ -87,6 +87,19 @@ bool isUnitDisplay(int displayState) {
            displayState == DisplayStateRealTime;
 }
 
+std::string_view unitMark(int displayState) {
+    switch (displayState) {
+        case DisplayStateFeetFrames:
+            return "ft";
+        case DisplayStateSamples:
+            return "smp";
+        case DisplayStateRealTime:
+            return "rt";
+        default:
+            return {};
+    }
+}
+
 std::optional<std::string> unitText(int displayState, double frames, int rateCode,
                                     const UnitChoice& choice) {
     switch (displayState) {
@@ -99,6 +112,23 @@ std::optional<std::string> unitText(int displayState, double frames, int rateCod
         default:
             return std::nullopt;
     }
+}
+
+std::optional<std::string> evaluated(Calc& calc, std::string_view expression, Flavour flavour,
+                                     bool lazy, int displayState, const UnitChoice& choice) {
+    const bool unit = isUnitDisplay(displayState);
+    const int engineMode = unit ? DisplayStateNumber : displayState;
+    const bool pt = flavour == Flavour::PT;
+    auto text =
+        lazy ? (pt ? calc.lazyevalPT(expression, engineMode)
+                   : calc.lazyevalPF(expression, engineMode))
+             : (pt ? calc.evalPT(expression, engineMode) : calc.evalPF(expression, engineMode));
+    if (!text || !unit) return text;
+    // Evaluated again, now matched already, for the count before its narrowing to a float.
+    const auto frames =
+        lazy ? (pt ? calc.lazyevalPTToFrames(expression) : calc.lazyevalPFToFrames(expression))
+             : (pt ? calc.evalPTToFrames(expression) : calc.evalPFToFrames(expression));
+    return unitText(displayState, frames.value_or(0.0), calc.fps(), choice);
 }
 
 }  // namespace vantrel::units

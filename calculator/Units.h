@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "Calc.h"
+
 // The units post-production counts in besides timecode: feet+frames of film, audio samples and
 // real time. Plain functions of a frame count, shared by the window and vantrel-calc. They take
 // each rate at its exact fraction (24000/1001 for 23.976), whatever the PT reading uses.
@@ -56,8 +58,18 @@ std::string realTime(double frames, int rateCode);
 /// Whether the display state is one of the units': feet+frames, samples or real time.
 bool isUnitDisplay(int displayState);
 
+/// The mark a unit's result carries in the log, as it is typed: "ft", "smp" or "rt"; empty for
+/// any other display state.
+std::string_view unitMark(int displayState);
+
 /// The text of a unit display state (feet+frames, samples, real time), or nothing for any other.
 std::optional<std::string> unitText(int displayState, double frames, int rateCode,
                                     const UnitChoice& choice);
+
+/// One evaluation of the expression, eager or lazy, in the display state: the engine's own text for
+/// its states, and for the units' the unit's text of the exact frame count, behind the engine's
+/// number reading, which decides whether there is a result and keeps the cached one.
+std::optional<std::string> evaluated(Calc& calc, std::string_view expression, Flavour flavour,
+                                     bool lazy, int displayState, const UnitChoice& choice);
 
 }  // namespace vantrel::units

@@ -312,23 +312,9 @@ public:
 private:
     using Json = nlohmann::ordered_json;
 
-    // A unit display is written from the exact frame count; the engine's number reading tells
-    // whether there is one and keeps the cached result the side figures read.
     std::optional<std::string> result(std::string_view expression, Flavour flavour) {
-        const int mode = m_options.displayMode;
-        const bool unit = units::isUnitDisplay(mode);
-        const int engineMode = unit ? DisplayStateNumber : mode;
-        const bool pt = flavour == Flavour::PT;
-        auto text = m_options.lazy ? (pt ? m_calc.lazyevalPT(expression, engineMode)
-                                         : m_calc.lazyevalPF(expression, engineMode))
-                                   : (pt ? m_calc.evalPT(expression, engineMode)
-                                         : m_calc.evalPF(expression, engineMode));
-        if (!text || !unit) return text;
-        const auto frames = m_options.lazy ? (pt ? m_calc.lazyevalPTToFrames(expression)
-                                                 : m_calc.lazyevalPFToFrames(expression))
-                                           : (pt ? m_calc.evalPTToFrames(expression)
-                                                 : m_calc.evalPFToFrames(expression));
-        return units::unitText(mode, frames.value_or(0.0), m_options.rate, m_options.units);
+        return units::evaluated(m_calc, expression, flavour, m_options.lazy, m_options.displayMode,
+                                m_options.units);
     }
 
     // Keys in a fixed order, so a script or a person reading the lines finds them in one place.

@@ -11,6 +11,7 @@
 
 #include "ControllerFixture.h"
 #include "TestRows.h"
+#include "Units.h"
 
 namespace {
 
@@ -30,7 +31,8 @@ struct SessionRow {
 class Session : public ControllerFixture, public testing::WithParamInterface<SessionRow> {
 protected:
     // Steps: {click BUTTON} by object name, {focus REASON} for the input field losing the focus
-    // (Popup, Tab, ...), {pick N} for the history menu's item N, and the named ones below.
+    // (Popup, Tab, ...), {pick N} for the history menu's item N, {display N} and {rate N} for the
+    // menu item tagged N, {gauge N} for gauge row N, {sampleRate HZ}, and the named ones below.
     void step(const QString& name) {
         const QString argument = name.section(' ', 1);
         const auto tag = [](int value) {
@@ -48,6 +50,14 @@ protected:
                                  static_cast<Qt::FocusReason>(
                                      QMetaEnum::fromType<Qt::FocusReason>().keyToValue(reason)));
             QApplication::sendEvent(ui().inputField, &focusOut);
+        } else if (name.startsWith("display ")) {
+            controller->changeDisplayMode(tag(argument.toInt()));
+        } else if (name.startsWith("rate ")) {
+            controller->changeDisplayFrameRate(tag(argument.toInt()));
+        } else if (name.startsWith("gauge ")) {
+            controller->setFeetGauge(units::kGauges.at(argument.toUInt()));
+        } else if (name.startsWith("sampleRate ")) {
+            controller->setSampleRate(argument.toInt());
         } else if (name.startsWith("pick ")) {
             controller->showMenu(ui().historyButton);
             ui().historyButton->menu()->hide();
@@ -71,6 +81,7 @@ protected:
                 {"pf", [&] { controller->toggleCalcMode(tag(0)); }},
                 {"smpte", [&] { controller->changeTimecodeNotation(tag(1)); }},
                 {"classic", [&] { controller->changeTimecodeNotation(tag(0)); }},
+                {"exact", [this] { controller->setExactRates(true); }},
                 {"undoLog",
                  [this] { QTest::keyClick(ui().calcLog, Qt::Key_Z, Qt::ControlModifier); }},
                 {"2K10bit",
@@ -163,6 +174,13 @@ INSTANTIATE_TEST_SUITE_P(Scripts, Session, testing::Values(
     SessionRow{"mode_button_flips_reading", "1\n{click modeButton}\n", any, "1 = 00:00:00.01|24 (PT)\n1 = 00:00:00.01|24 (PF)\n", any, "log reset clean"},
     SessionRow{"display_number", "{click displayButton}", " ~ 0 ~ 0", any, any},
     SessionRow{"display_change_unsettles", "1\n{click displayButton}", any, any, any, "log reset pt"},
+    SessionRow{"feet_logs_feet", "{rate 5}{display 2}01:00:00:00\n", "01:00:00:00 ~ 5400+00 ~ 5400+00", "01:00:00.00|23n = 5400+00ft|23n (PT)\n", any},
+    SessionRow{"feet_at_3perf", "{display 2}{gauge 1}1828", "1828 ~ 85+14.1 ~ 85+14.1", any, any},
+    SessionRow{"samples_at_44k", "{rate 4}{display 3}{sampleRate 44100}5\n", "5 ~ 7357 ~ 7357", "5 = 7357smp|29d (PT)\n", any},
+    SessionRow{"real_time_placeholder", "{display 4}1+", "1+ ~ 00:00:00.042 ~ 00:00:00.042", any, any},
+    SessionRow{"real_time_empty", "{rate 19}{display 4}", " ~ 00:00:00.000 ~ 00:00:00.000", any, any},
+    SessionRow{"unit_display_button_goes_to_disk", "{display 3}{click displayButton}", " ~ 00:00:00.00 ~ 00:00:00.00", any, any},
+    SessionRow{"exact_rates_pt", "{exact}{display 1}01:00:00.00|23n", "01:00:00.00|23n ~ 86486 ~ 86400", any, any},
     SessionRow{"smpte_in_and_out", "{smpte}01:00:00:00*2\n", "01:00:00:00*2 ~ 02:00:00:00 ~ 02:00:00:00", "01:00:00:00|24*2 = 02:00:00:00|24 (PT)\n", any},
     SessionRow{"classic_redisplays", "{smpte}01:00:00:00*2\n{classic}", "01:00:00:00*2 ~ 02:00:00.00 ~ 02:00:00.00", any, any},
     SessionRow{"side_calculators_paste", "{2K10bit}{35mm4perf}1500{disk}{film}", any, "1500 frame(s) approximate\n     14.6 GB as RGB 10 bit, 2K, 1.85:1\n     24.3 min over 100 MBit Ethernet (~10 MByte/sec)\n1500 frame(s) approximate\n     28.85 m as 35 mm 4 perf\n", "1500", "log reset pt"},

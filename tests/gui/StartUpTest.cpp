@@ -70,6 +70,24 @@ TEST_F(ControllerFixture, OutOfRangeChoicesBehaveAsAFirstStart) {
     EXPECT_EQ(figuresAndLog(), firstStart);
 }
 
+// The unit displays' choices come back after a restart; a stored value that is none of them reads
+// as the first start's.
+TEST_F(ControllerFixture, UnitChoicesComeBack) {
+    for (const auto& [gauge, sampleRate, exact] :
+         {std::tuple{"16mm", 96000, 1}, {"70mm", 22050, 0}}) {
+        settings().setValue("FeetFramesGauge", gauge);
+        settings().setValue("AudioSampleRate", sampleRate);
+        settings().setValue("ExactNTSCRates", exact);
+        auto& calc = start();
+        const bool known = exact == 1;
+        EXPECT_EQ(calc.unitChoice().gauge->name, known ? "16mm" : "35mm-4perf");
+        EXPECT_EQ(calc.unitChoice().sampleRate, known ? 96000 : 48000);
+        EXPECT_EQ(calc.calculator().exactRates(), known);
+    }
+    start().setSampleRate(44100);
+    EXPECT_EQ(settings().value("AudioSampleRate").toInt(), 44100);
+}
+
 // A first start stores the rows it chose; later only a change is written.
 TEST_F(ControllerFixture, ChoicesAreStoredOnlyWhenTheyChange) {
     auto& calc = start();

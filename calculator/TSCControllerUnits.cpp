@@ -1,0 +1,113 @@
+// TSCController: what the unit displays depend on (film gauge, sample rate) and whether the PT
+// reading takes the exact NTSC rates; each choice is stored at once and shown again at start-up.
+
+#include <QActionGroup>
+
+#include "TSCController.h"
+
+namespace vantrel {
+
+namespace {
+
+const QString kGaugeKey = QStringLiteral("FeetFramesGauge");
+const QString kSampleRateKey = QStringLiteral("AudioSampleRate");
+const QString kExactRatesKey = QStringLiteral("ExactNTSCRates");
+
+QString latin1(std::string_view text) {
+    return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+// An exclusive group of checkable items in a submenu, each tagged with what it chooses.
+QList<QPointer<QAction>> addChoices(QMenu* menu, const QList<std::pair<QString, int>>& choices) {
+    auto* group = new QActionGroup(menu);
+    QList<QPointer<QAction>> items;
+    for (const auto& [title, tag] : choices) {
+        QAction* item = menu->addAction(title);
+        item->setCheckable(true);
+        item->setProperty("tag", tag);
+        group->addAction(item);
+        items << item;
+    }
+    return items;
+}
+
+void checkTagged(const QList<QPointer<QAction>>& items, int value) {
+    for (const QPointer<QAction>& item : items) {
+        if (item) item->setChecked(item->property("tag").toInt() == value);
+    }
+}
+
+}  // namespace
+
+void TSCController::restoreUnitChoices() {
+    const units::Gauge* gauge =
+        units::gaugeNamed(m_preferences.string(kGaugeKey).value_or(QString()).toStdString());
+    m_unitChoice.gauge = gauge ? gauge : &units::kGauges.front();
+    const int sampleRate = m_preferences.integer(kSampleRateKey);
+    for (const int known : units::kSampleRates) {
+        if (sampleRate == known) m_unitChoice.sampleRate = known;
+    }
+    m_calculator.setExactRates(m_preferences.integer(kExactRatesKey) != 0);
+    checkUnitChoiceItems();
+    showLazyResults(false);
+}
+
+void TSCController::setFeetGauge(const units::Gauge& gauge) {
+    if (m_unitChoice.gauge == &gauge) return;
+    m_unitChoice.gauge = &gauge;
+    m_preferences.setValue(kGaugeKey, latin1(gauge.name));
+    checkUnitChoiceItems();
+    showLazyResults(true);
+}
+
+void TSCController::setSampleRate(int sampleRate) {
+    if (m_unitChoice.sampleRate == sampleRate) return;
+    m_unitChoice.sampleRate = sampleRate;
+    m_preferences.setValue(kSampleRateKey, sampleRate);
+    checkUnitChoiceItems();
+    showLazyResults(true);
+}
+
+// The readings change, so both fields and both side calculators follow.
+void TSCController::setExactRates(bool exact) {
+    if (m_calculator.exactRates() == exact) return;
+    m_calculator.setExactRates(exact);
+    m_preferences.setValue(kExactRatesKey, exact ? 1 : 0);
+    checkUnitChoiceItems();
+    m_clean = false;
+    showLazyResults(true);
+    refreshSideCalculators();
+}
+
+void TSCController::addUnitChoiceItems(QMenu* menu) {
+    menu->addSeparator();
+    QList<std::pair<QString, int>> gauges;
+    for (std::size_t row = 0; row < units::kGauges.size(); ++row) {
+        gauges.append({latin1(units::kGauges[row].caption), static_cast<int>(row)});
+    }
+    m_gaugeItems = addChoices(menu->addMenu(tr("Film &Gauge for Feet+Frames")), gauges);
+    for (const QPointer<QAction>& item : m_gaugeItems) {
+        connect(item, &QAction::triggered, this,
+                [this, item] { setFeetGauge(units::kGauges.at(item->property("tag").toUInt())); });
+    }
+    m_sampleRateItems =
+        addChoices(menu->addMenu(tr("A&udio Sample Rate")),
+                   {{tr("44.1 kHz"), 44100}, {tr("48 kHz"), 48000}, {tr("96 kHz"), 96000}});
+    for (const QPointer<QAction>& item : m_sampleRateItems) {
+        connect(item, &QAction::triggered, this,
+                [this, item] { setSampleRate(item->property("tag").toInt()); });
+    }
+    m_exactRatesItem = menu->addAction(tr("E&xact NTSC Rates"));
+    m_exactRatesItem->setShortcut(QKeySequence(tr("Ctrl+E")));
+    m_exactRatesItem->setCheckable(true);
+    connect(m_exactRatesItem, &QAction::triggered, this, [this](bool on) { setExactRates(on); });
+    checkUnitChoiceItems();
+}
+
+void TSCController::checkUnitChoiceItems() {
+    checkTagged(m_gaugeItems, static_cast<int>(m_unitChoice.gauge - units::kGauges.data()));
+    checkTagged(m_sampleRateItems, m_unitChoice.sampleRate);
+    if (m_exactRatesItem) m_exactRatesItem->setChecked(m_calculator.exactRates());
+}
+
+}  // namespace vantrel
