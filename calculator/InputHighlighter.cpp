@@ -1,16 +1,19 @@
 #include "InputHighlighter.h"
 
 #include "Calc.h"
+#include "UnitReading.h"
 
 namespace vantrel {
 
-InputHighlighter::InputHighlighter(const Calc& calculator, QTextDocument* document)
-    : QSyntaxHighlighter(document), m_calculator(calculator) {}
+InputHighlighter::InputHighlighter(const Calc& calculator, const units::UnitChoice& unitChoice,
+                                   QTextDocument* document)
+    : QSyntaxHighlighter(document), m_calculator(calculator), m_unitChoice(unitChoice) {}
 
 void InputHighlighter::highlightBlock(const QString& text) {
     const std::string utf8 = text.toStdString();
     int start = 0;
-    for (const ColouredSpan& span : m_calculator.colorizeLazyEvaluatedString(utf8)) {
+    const units::UnitReading reading(utf8, m_calculator.fps(), m_unitChoice);
+    for (const ColouredSpan& span : reading.colouredSpans(m_calculator)) {
         // The engine counts bytes of UTF-8; the editor counts UTF-16 units.
         const auto length = static_cast<int>(QString::fromStdString(span.text).size());
         setFormat(start, length,

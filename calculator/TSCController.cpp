@@ -91,7 +91,7 @@ void TSCController::loadWindow() {
     }
     m_window->installEventFilter(this);
     // The input's document owns the highlighter.
-    new InputHighlighter(m_calculator, m_ui->inputField->document());
+    m_highlighter = new InputHighlighter(m_calculator, m_unitChoice, m_ui->inputField->document());
     fillPopUps();
     connectWidgets();
     // The layout's fixed minimum height would otherwise keep Qt from widening the window for a

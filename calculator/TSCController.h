@@ -18,6 +18,7 @@
 #include "Units.h"
 
 class QComboBox;
+class QSyntaxHighlighter;
 class QPropertyAnimation;
 class QMainWindow;
 
@@ -179,6 +180,9 @@ private:
     void restoreTimecodeNotation();
     void restoreUnitChoices();
     void checkUnitChoiceItems();
+    void unitChoiceChanged();
+    /// The typed expression tidied for the log and the history, unit literals kept.
+    QString beautified(const std::string& typed) const;
     void restoreWindowFrame();
     void rememberExpression(const QString& inputText);
     void appendToLog(const QString& text);
@@ -247,6 +251,7 @@ private:
     QList<QPointer<QAction>> m_gaugeItems;
     QList<QPointer<QAction>> m_sampleRateItems;
     QPointer<QAction> m_exactRatesItem;
+    QPointer<QSyntaxHighlighter> m_highlighter;
 };
 
 }  // namespace vantrel

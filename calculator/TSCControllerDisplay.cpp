@@ -2,6 +2,7 @@
 // frame rate, and which reading is the active one.
 
 #include <QComboBox>
+#include <QSyntaxHighlighter>
 
 #include "FrameRate.h"
 #include "NamedImages.h"
@@ -160,6 +161,8 @@ void TSCController::changeDisplayFrameRate(QObject* sender) {
     }
     setFrameRate(code);
     m_clean = false;
+    // The rate decides how many frame digits the grammar takes and what unit literals stand for.
+    if (m_highlighter) m_highlighter->rehighlight();
     showLazyResults(true);
     updateDiskSpaceAndTranferTime();
     updateFilmStuff();

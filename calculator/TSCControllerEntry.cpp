@@ -5,6 +5,7 @@
 
 #include "FrameRate.h"
 #include "TSCController.h"
+#include "UnitReading.h"
 #include "ui_Calculator.h"
 
 namespace vantrel {
@@ -99,7 +100,7 @@ void TSCController::finish(QObject*) {
     ++m_lines;
     const QString input = m_ui->inputField->text();
     const std::string typed = input.toStdString();
-    const QString expression = QString::fromStdString(m_calculator.beautifyExpression(typed));
+    const QString expression = beautified(typed);
     rememberExpression(expression);
     if (const auto pt = evaluated(typed, Flavour::PT, false)) {
         if (m_displayCalcModeTime) appendToLog(logLine(expression, *pt, true));
@@ -147,6 +148,11 @@ void TSCController::showLazyResults(bool keepFilmFields) {
     const std::string typed = m_ui->inputField->text().toStdString();
     showLazyResult(m_ui->resultField, evaluated(typed, Flavour::PT, true), keepFilmFields);
     showLazyResult(m_ui->resultField2, evaluated(typed, Flavour::PF, true), keepFilmFields);
+}
+
+QString TSCController::beautified(const std::string& typed) const {
+    const units::UnitReading reading(typed, m_calculator.fps(), m_unitChoice);
+    return QString::fromStdString(reading.beautified(m_calculator));
 }
 
 std::optional<std::string> TSCController::evaluated(const std::string& typed, Flavour flavour,

@@ -76,7 +76,7 @@ void TSCController::updateFilmStuff() {
 // expression joins the history even when it does not evaluate.
 void TSCController::pasteToLog(const std::function<std::string(const std::string&)>& entry) {
     const std::string typed = m_ui->inputField->text().toStdString();
-    rememberExpression(QString::fromStdString(m_calculator.beautifyExpression(typed)));
+    rememberExpression(beautified(typed));
     const auto frames = m_displayCalcModeTime ? m_calculator.evalPT(typed, DisplayStateNumber)
                                               : m_calculator.evalPF(typed, DisplayStateNumber);
     if (!frames) return;

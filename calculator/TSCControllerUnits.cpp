@@ -2,6 +2,7 @@
 // reading takes the exact NTSC rates; each choice is stored at once and shown again at start-up.
 
 #include <QActionGroup>
+#include <QSyntaxHighlighter>
 
 #include "TSCController.h"
 
@@ -56,16 +57,14 @@ void TSCController::setFeetGauge(const units::Gauge& gauge) {
     if (m_unitChoice.gauge == &gauge) return;
     m_unitChoice.gauge = &gauge;
     m_preferences.setValue(kGaugeKey, latin1(gauge.name));
-    checkUnitChoiceItems();
-    showLazyResults(true);
+    unitChoiceChanged();
 }
 
 void TSCController::setSampleRate(int sampleRate) {
     if (m_unitChoice.sampleRate == sampleRate) return;
     m_unitChoice.sampleRate = sampleRate;
     m_preferences.setValue(kSampleRateKey, sampleRate);
-    checkUnitChoiceItems();
-    showLazyResults(true);
+    unitChoiceChanged();
 }
 
 // The readings change, so both fields and both side calculators follow.
@@ -74,6 +73,15 @@ void TSCController::setExactRates(bool exact) {
     m_calculator.setExactRates(exact);
     m_preferences.setValue(kExactRatesKey, exact ? 1 : 0);
     checkUnitChoiceItems();
+    m_clean = false;
+    showLazyResults(true);
+    refreshSideCalculators();
+}
+
+// Unit literals in the input now stand for other frame counts: the colours and the results follow.
+void TSCController::unitChoiceChanged() {
+    checkUnitChoiceItems();
+    if (m_highlighter) m_highlighter->rehighlight();
     m_clean = false;
     showLazyResults(true);
     refreshSideCalculators();

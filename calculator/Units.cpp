@@ -6,6 +6,7 @@
 #include "DisplayState.h"
 #include "FrameRate.h"
 #include "NumberText.h"
+#include "UnitReading.h"
 
 namespace vantrel::units {
 
@@ -114,8 +115,10 @@ std::optional<std::string> unitText(int displayState, double frames, int rateCod
     }
 }
 
-std::optional<std::string> evaluated(Calc& calc, std::string_view expression, Flavour flavour,
-                                     bool lazy, int displayState, const UnitChoice& choice) {
+std::optional<std::string> evaluated(Calc& calc, std::string_view typed, Flavour flavour, bool lazy,
+                                     int displayState, const UnitChoice& choice) {
+    const UnitReading reading(typed, calc.fps(), choice);
+    const std::string& expression = reading.text();
     const bool unit = isUnitDisplay(displayState);
     const int engineMode = unit ? DisplayStateNumber : displayState;
     const bool pt = flavour == Flavour::PT;

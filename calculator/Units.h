@@ -66,10 +66,11 @@ std::string_view unitMark(int displayState);
 std::optional<std::string> unitText(int displayState, double frames, int rateCode,
                                     const UnitChoice& choice);
 
-/// One evaluation of the expression, eager or lazy, in the display state: the engine's own text for
-/// its states, and for the units' the unit's text of the exact frame count, behind the engine's
-/// number reading, which decides whether there is a result and keeps the cached one.
-std::optional<std::string> evaluated(Calc& calc, std::string_view expression, Flavour flavour,
-                                     bool lazy, int displayState, const UnitChoice& choice);
+/// One evaluation of the typed expression and its unit literals (UnitReading), eager or lazy, in
+/// the display state: the engine's own text for its states, and for the units' the unit's text of
+/// the exact frame count, behind the engine's number reading, which decides whether there is a
+/// result and keeps the cached one.
+std::optional<std::string> evaluated(Calc& calc, std::string_view typed, Flavour flavour, bool lazy,
+                                     int displayState, const UnitChoice& choice);
 
 }  // namespace vantrel::units

@@ -13,6 +13,7 @@
 #include "CaptionTables.h"
 #include "FrameRate.h"
 #include "SideCalculators.h"
+#include "UnitReading.h"
 #include "Units.h"
 #include "Version.h"
 
@@ -299,7 +300,7 @@ public:
         if (m_options.json) {
             printJson(expression, pt, pf);
         } else if (m_options.beautify) {
-            m_output << m_calc.beautifyExpression(expression) << '\n';
+            m_output << beautified(expression) << '\n';
         } else {
             m_output << pt.value_or("") << '\t' << pf.value_or("") << sideFields() << '\n';
         }
@@ -311,6 +312,10 @@ public:
 
 private:
     using Json = nlohmann::ordered_json;
+
+    std::string beautified(std::string_view expression) const {
+        return units::UnitReading(expression, m_options.rate, m_options.units).beautified(m_calc);
+    }
 
     std::optional<std::string> result(std::string_view expression, Flavour flavour) {
         return units::evaluated(m_calc, expression, flavour, m_options.lazy, m_options.displayMode,
@@ -326,7 +331,7 @@ private:
         };
         Json line;
         line["expression"] = expression;
-        if (m_options.beautify) line["beautified"] = m_calc.beautifyExpression(expression);
+        if (m_options.beautify) line["beautified"] = beautified(expression);
         line["pt"] = textOrNull(pt);
         line["pf"] = textOrNull(pf);
         line["ptFrames"] = pt ? Json(m_calc.cachedResultPT()) : Json();

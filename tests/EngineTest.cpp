@@ -13,6 +13,7 @@
 #include "FrameRate.h"
 #include "SideCalculators.h"
 #include "TestRows.h"
+#include "UnitReading.h"
 #include "Units.h"
 
 using namespace vantrel;
@@ -94,6 +95,20 @@ std::string eachUnitText(const std::string& input, bool eachRow,
     return joined;
 }
 
+// "TEXT at GAUGE,SAMPLE RATE": the typed text with its unit literals in the engine's colours,
+// the lazy number, and the text tidied.
+std::string unitReading(Calc& calc, const std::string& input) {
+    const auto [frames, rows] = framesAndRows("0" + input.substr(input.find(" at ")));
+    const units::UnitChoice choice{&units::kGauges.at(static_cast<std::size_t>(rows[0])), rows[1]};
+    const units::UnitReading reading(input.substr(0, input.find(" at ")), calc.fps(), choice);
+    std::string spans;
+    for (const ColouredSpan& span : reading.colouredSpans(calc)) {
+        spans += span.colour == SpanColour::Black ? "[" + span.text + "]" : span.text;
+    }
+    const auto number = calc.lazyevalPT(reading.text(), DisplayStateNumber);
+    return spans + " = " + text(number) + " ~ " + reading.beautified(calc);
+}
+
 std::string evaluated(const EngineRow& row) {
     Calc calc;
     calc.setFps(row.code);
@@ -122,6 +137,7 @@ std::string evaluated(const EngineRow& row) {
         {"frames", [&] { return calc.stringFromFramecount(number(input)); }},
         {"beautify", [&] { return calc.beautifyExpression(input); }},
         {"colour", [&] { return spansAndLazyNumber(calc, input); }},
+        {"units", [&] { return unitReading(calc, input); }},
         {"as classic", [&] { return readsAsClassic(calc, input); }},
         {"read",
          [&] {
@@ -318,6 +334,18 @@ INSTANTIATE_TEST_SUITE_P(Engine, EngineCases, testing::Values<EngineRow>(
     EngineRow{"smpte_frames_not_yet_typed", "colour", 1, "01:00:10:", "[01:00:10]: = 90250"},
     EngineRow{"not_smpte_point_after", "colour", 1, "01:00:10:12.5", "[01:00:10]:12.5 = 90250"},
     EngineRow{"smpte_then_operator", "colour", 1, "x01;00;10;12|25+", "x[01;00;10;12|25]+ = 90262"},
+    // Unit literals: colours, lazy number and tidied text at a gauge and sample rate
+    EngineRow{"feet_literal", "units", 5, "01:00:00:00 + 5400+00ft at 0,48000", "[01:00:00:00 + 5400+00ft] = 172800 ~ 01:00:00.00|23n+5400+00ft"},
+    EngineRow{"no_literal_keeps_meaning", "units", 1, "5400+00 at 0,48000", "[5400+00] = 5400 ~ 5400+00"},
+    EngineRow{"feet_literal_3perf", "units", 4, "2*85+14.1ft at 1,48000", "[2*85+14.1ft] = 3656 ~ 2*85+14.1ft"},
+    EngineRow{"whole_feet_16mm", "units", 0, "3ft at 3,48000", "[3ft] = 120 ~ 3ft"},
+    EngineRow{"samples_literal", "units", 4, "8008smp-1602smp at 0,48000", "[8008smp-1602smp] = 4 ~ 8008smp-1602smp"},
+    EngineRow{"samples_literal_44k", "units", 1, "1764smp at 0,44100", "[1764smp] = 1 ~ 1764smp"},
+    EngineRow{"real_time_literal", "units", 5, "01:00:03.600rt+1:30rt at 0,48000", "[01:00:03.600rt+1:30rt] = 88558 ~ 01:00:03.600rt+1:30rt"},
+    EngineRow{"real_time_rounds_to_a_frame", "units", 19, "0.004rt at 0,48000", "[0.004rt] = 0 ~ 0.004rt"},
+    EngineRow{"literal_glued_to_a_letter", "units", 1, "x5ft at 0,48000", "x[5]ft = 5 ~ x5ft"},
+    EngineRow{"literal_after_a_suffix_bar", "units", 1, "01:00:00.00|25rt at 0,48000", "[01:00:00.00|25]rt = 90000 ~ 01:00:00.00|25rt"},
+    EngineRow{"literal_then_red", "units", 1, "2ft/0123 at 0,48000", "[2ft]/0123 = 32 ~ 2ft/00:00:01.23|25"},
     EngineRow{"three_digits_red_at_25", "colour", 1, "00:00:00.119", "[00:00:00.11]9 = 11"},
     EngineRow{"three_digits_black_at_120", "colour", 19, "00:00:00.119", "[00:00:00.119] = 119"},
     EngineRow{"other_suffix_red_at_120", "colour", 19, "00:00:00.119|25", "[00:00:00.119]|25 = 119"},
