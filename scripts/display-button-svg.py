@@ -40,18 +40,8 @@ def picture(state):
     title, letters, symbol = STATES[state]
     font = TTFont(rate_button.FONT)
     letter_path = rate_button.outline(font, letters, 19.4, LETTER_STEP, LETTER_SCALE)
-    return "\n".join([
-        '<?xml version="1.0" encoding="UTF-8"?>',
-        '<svg xmlns="http://www.w3.org/2000/svg" version="1.2" baseProfile="tiny" width="44" '
-        'height="22" viewBox="0 0 44 22">',
-        f"  <title>{title}</title>",
-        '  <rect x="0.5" y="0.5" width="43" height="21" rx="4" ry="4" fill="#E1E4EA" '
-        'stroke="#78808C" stroke-width="1"/>',
-        '  <path d="M4.5 1.5H39.5" stroke="#F4F5F8" stroke-width="1" fill="none"/>',
-        f'  <g transform="translate(5,0)">{symbol}</g>',
-        f'  <path fill="{INK}" d="{letter_path}"/>',
-        "</svg>",
-    ]) + "\n"
+    return rate_button.button(title, [f'<g transform="translate(5,0)">{symbol}</g>',
+                                       f'<path fill="{INK}" d="{letter_path}"/>'])
 
 
 if __name__ == "__main__":

@@ -41,12 +41,8 @@ def outline(font, text, origin, step, scale, baseline=BASELINE):
     return pen.getCommands()
 
 
-def picture(label, title):
-    font = TTFont(FONT)
-    letter = label[-1] if label[-1] in "dn" else ""
-    digits = label[:-1] if letter else label
-    digit_origin, letter_origin, digit_step, digit_scale = LAYOUT[(letter, len(digits))]
-    baseline = BASELINE if len(digits) < 3 else SMALL_BASELINE
+def button(title, shapes):
+    """The button's frame, with its title and the shapes drawn on it, as an SVG document."""
     lines = [
         '<?xml version="1.0" encoding="UTF-8"?>',
         '<svg xmlns="http://www.w3.org/2000/svg" version="1.2" baseProfile="tiny" width="44" '
@@ -55,15 +51,24 @@ def picture(label, title):
         '  <rect x="0.5" y="0.5" width="43" height="21" rx="4" ry="4" fill="#E1E4EA" '
         'stroke="#78808C" stroke-width="1"/>',
         '  <path d="M4.5 1.5H39.5" stroke="#F4F5F8" stroke-width="1" fill="none"/>',
-        f'  <path fill="#373F46" d="{outline(font, digits, digit_origin, digit_step, digit_scale, baseline)}"/>',
     ]
+    return "\n".join(lines + ["  " + shape for shape in shapes] + ["</svg>"]) + "\n"
+
+
+def picture(label, title):
+    font = TTFont(FONT)
+    letter = label[-1] if label[-1] in "dn" else ""
+    digits = label[:-1] if letter else label
+    digit_origin, letter_origin, digit_step, digit_scale = LAYOUT[(letter, len(digits))]
+    baseline = BASELINE if len(digits) < 3 else SMALL_BASELINE
+    digit_path = outline(font, digits, digit_origin, digit_step, digit_scale, baseline)
+    shapes = [f'<path fill="#373F46" d="{digit_path}"/>']
     if letter:
         path = outline(font, letter, letter_origin, 0, LETTER_SCALE)
-        lines.append(f'  <path fill="{LETTER_COLOUR[letter]}" d="{path}"/>')
+        shapes.append(f'<path fill="{LETTER_COLOUR[letter]}" d="{path}"/>')
     if letter == "d":
-        lines.append('  <circle cx="38" cy="6" r="2" fill="#D0782A"/>')
-    lines.append("</svg>")
-    return "\n".join(lines) + "\n"
+        shapes.append('<circle cx="38" cy="6" r="2" fill="#D0782A"/>')
+    return button(title, shapes)
 
 
 if __name__ == "__main__":
