@@ -11,6 +11,7 @@
 
 #include "Calc.h"
 #include "CaptionTables.h"
+#include "EdlReport.h"
 #include "FrameRate.h"
 #include "SideCalculators.h"
 #include "UnitReading.h"
@@ -54,6 +55,10 @@ and the PF result. A reading without a result leaves its field empty.
   -n, --notation NAME  classic (01:00:10.12, the default) or smpte (01:00:10:12, with ';'
                        before the frames at the drop-frame rates): how timecodes are
                        written; both are always read
+      --edl FILE       read the edit decision list FILE ('-' for standard input) at the
+                       rate (an FCM line picks its drop-frame or non-drop twin) and
+                       print each event, each track's sum, span, gaps and overlaps, and
+                       last "total", the running time and its frame count
       --disk RES,ASPECT,FORMAT,LINK
                        after the two results, four more tab-separated fields: the PT disk
                        space, PT transfer time, PF disk space and PF transfer time, for these
@@ -124,6 +129,7 @@ struct Options {
     bool version = false;
     std::optional<side_calculators::DiskChoice> disk;
     std::optional<FilmChoice> film;
+    std::optional<std::string> edlFile;
     std::vector<std::string> expressions;
 };
 
@@ -261,6 +267,8 @@ Options parseOptions(const std::vector<std::string>& arguments) {
             options.units.sampleRate = sampleRate(valueOf(name, attached));
         } else if (!attached && name == "--exact-rates") {
             options.exactRates = true;
+        } else if (name == "--edl") {
+            options.edlFile = valueOf(name, attached);
         } else if (name == "--disk") {
             options.disk = diskChoice(name, valueOf(name, attached));
         } else if (name == "--film") {
@@ -281,6 +289,9 @@ Options parseOptions(const std::vector<std::string>& arguments) {
     }
     options.expressions.assign(arguments.begin() + static_cast<std::ptrdiff_t>(index),
                                arguments.end());
+    if (options.edlFile && !options.expressions.empty()) {
+        throw UsageError("option '--edl' reads a file and takes no expressions");
+    }
     return options;
 }
 
@@ -402,6 +413,10 @@ int runCommandLine(const std::vector<std::string>& arguments, std::istream& inpu
         return 0;
     }
 
+    if (options.edlFile) {
+        return printEdlReport(*options.edlFile, options.rate, options.notation, options.json, input,
+                              output, errors);
+    }
     ExpressionPrinter printer(options, output);
     if (!options.expressions.empty()) {
         for (const auto& expression : options.expressions) printer.print(expression);
