@@ -90,6 +90,11 @@ void TSCController::loadWindow() {
         label->cell().setStandardWidth(label->minimumWidth());
     }
     m_window->installEventFilter(this);
+    // An EDL may be dropped anywhere on the window, also on the views that take dropped text.
+    m_window->setAcceptDrops(true);
+    for (QWidget* view : {m_ui->inputField->viewport(), m_ui->calcLog->viewport()}) {
+        view->installEventFilter(this);
+    }
     // The input's document owns the highlighter.
     m_highlighter = new InputHighlighter(m_calculator, m_unitChoice, m_ui->inputField->document());
     fillPopUps();

@@ -159,6 +159,10 @@ public slots:
     /// Completion of the save dialog: writes the log to the chosen file when accepted (code 1).
     void savePanelDidEnd(const QString& fileName, int returnCode);
     void openExpressionHelp(QObject* sender);
+    /// File > Open EDL…: the chosen edit decision list goes to readEdlFile().
+    void openEdl(QObject* sender);
+    /// Writes the report of the EDL into the log and its running time into the input field.
+    void readEdlFile(const QString& fileName);
     void pasteInfo(QObject* sender);
 
     // Window.
@@ -171,6 +175,8 @@ public slots:
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    /// Takes a drag or drop of an .edl file on the window or one of its views.
+    bool acceptEdlDrop(QEvent* event);
 
 private:
     void loadWindow();

@@ -3,6 +3,7 @@
 #include <QComboBox>
 #include <QMenu>
 #include <QMetaEnum>
+#include <QMimeData>
 #include <QRegularExpression>
 #include <QTextBlock>
 #include <QTextLayout>
@@ -32,7 +33,9 @@ class Session : public ControllerFixture, public testing::WithParamInterface<Ses
 protected:
     // Steps: {click BUTTON} by object name, {focus REASON} for the input field losing the focus
     // (Popup, Tab, ...), {pick N} for the history menu's item N, {display N} and {rate N} for the
-    // menu item tagged N, {gauge N} for gauge row N, {sampleRate HZ}, and the named ones below.
+    // menu item tagged N, {gauge N} for gauge row N, {sampleRate HZ}, {open FILE} and {drop FILE}
+    // for an EDL of the golden files opened from the menu or dropped on the log, and the named
+    // ones below.
     void step(const QString& name) {
         const QString argument = name.section(' ', 1);
         const auto tag = [](int value) {
@@ -58,6 +61,17 @@ protected:
             controller->setFeetGauge(units::kGauges.at(argument.toUInt()));
         } else if (name.startsWith("sampleRate ")) {
             controller->setSampleRate(argument.toInt());
+        } else if (name.startsWith("open ")) {
+            controller->readEdlFile(QStringLiteral(QT_TESTCASE_SOURCEDIR "/golden/") + argument);
+        } else if (name.startsWith("drop ")) {
+            QMimeData data;
+            data.setUrls(
+                {QUrl::fromLocalFile(QStringLiteral(QT_TESTCASE_SOURCEDIR "/golden/") + argument)});
+            QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton,
+                                  Qt::NoModifier);
+            QApplication::sendEvent(ui().calcLog->viewport(), &enter);
+            QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+            QApplication::sendEvent(ui().calcLog->viewport(), &drop);
         } else if (name.startsWith("pick ")) {
             controller->showMenu(ui().historyButton);
             ui().historyButton->menu()->hide();
@@ -181,6 +195,9 @@ INSTANTIATE_TEST_SUITE_P(Scripts, Session, testing::Values(
     SessionRow{"real_time_empty", "{rate 19}{display 4}", " ~ 00:00:00.000 ~ 00:00:00.000", any, any},
     SessionRow{"unit_display_button_goes_to_disk", "{display 3}{click displayButton}", " ~ 00:00:00.00 ~ 00:00:00.00", any, any},
     SessionRow{"exact_rates_pt", "{exact}{display 1}01:00:00.00|23n", "01:00:00.00|23n ~ 86486 ~ 86400", any, any},
+    SessionRow{"edl_report_and_running_time", "{rate 6}{open demo-cut-29d.edl}", "00:00:22.16|29d ~ 00:00:22.16 ~ 00:00:22.16", "EDL demo-cut-29d.edl, VANTREL DEMO CUT: 5 event(s) at 29d\nevent  001  A001C003  V  01:00:00.00  01:00:03.19  00:00:03.19  109\nevent  002  A002C001  V  01:00:03.19  01:00:07.29  00:00:04.10  130\nevent  003  A001C007  V  01:00:07.29  01:00:11.27  00:00:03.28  118\nevent  004  A003C002  V  01:00:11.27  01:00:16.17  00:00:04.20  140\nevent  005  A002C004  V  01:00:16.17  01:00:22.16  00:00:05.29  179\ntrack  V  5  00:00:22.16  676  01:00:00.00  01:00:22.16\ntotal  00:00:22.16  676\n", "", "log reset pt"},
+    SessionRow{"edl_dropped_on_the_log", "{rate 1}1\n{drop cut-25.edl}", "00:05:09.20|25 ~ 00:05:09.20 ~ 00:05:09.20", any, any},
+    SessionRow{"not_an_edl_keeps_the_input", "1+{open edl-29d.in}", "1+ ~ 00:00:00.01 ~ 00:00:00.01", nullptr, any},
     SessionRow{"smpte_in_and_out", "{smpte}01:00:00:00*2\n", "01:00:00:00*2 ~ 02:00:00:00 ~ 02:00:00:00", "01:00:00:00|24*2 = 02:00:00:00|24 (PT)\n", any},
     SessionRow{"classic_redisplays", "{smpte}01:00:00:00*2\n{classic}", "01:00:00:00*2 ~ 02:00:00.00 ~ 02:00:00.00", any, any},
     SessionRow{"side_calculators_paste", "{2K10bit}{35mm4perf}1500{disk}{film}", any, "1500 frame(s) approximate\n     14.6 GB as RGB 10 bit, 2K, 1.85:1\n     24.3 min over 100 MBit Ethernet (~10 MByte/sec)\n1500 frame(s) approximate\n     28.85 m as 35 mm 4 perf\n", "1500", "log reset pt"},
