@@ -24,12 +24,15 @@ _vantrel_calc() {
         --sample-rate)
             COMPREPLY=($(compgen -W "44100 48000 96000" -- "$current"))
             return 0 ;;
+        --edl)
+            COMPREPLY=($(compgen -f -- "$current"))
+            return 0 ;;
         --disk | --film)
             return 0 ;;
     esac
     if [[ $current == -* ]]; then
         COMPREPLY=($(compgen -W "-r --rate -d --display -n --notation -l --lazy -b --beautify
-            -j --json --gauge --sample-rate --exact-rates --disk --film -h --help --version --" \
+            -j --json --gauge --sample-rate --exact-rates --edl --disk --film -h --help --version --" \
             -- "$current"))
     fi
 }
