@@ -62,12 +62,14 @@ void TSCController::readEdlFile(const QString& fileName) {
     const FrameRate& rate = *frameRateForCode(cut.rateCode);
     const QString suffix =
         QString::fromLatin1(rate.suffix.data(), static_cast<qsizetype>(rate.suffix.size()));
+    const QString events =
+        cut.events.size() == 1 ? tr("1 event") : tr("%1 events").arg(cut.events.size());
     QString report =
-        tr("EDL %1%2: %n event(s) at %3\n", nullptr, static_cast<int>(cut.events.size()))
+        tr("EDL %1%2: %3 at %4\n")
             .arg(name,
                  cut.title.empty() ? QString()
                                    : QStringLiteral(", ") + QString::fromStdString(cut.title),
-                 suffix);
+                 events, suffix);
     for (const edl::Problem& problem : cut.problems) {
         report += QStringLiteral("  ") + QString::fromStdString(edl::problemText(problem)) + u'\n';
     }
