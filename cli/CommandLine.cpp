@@ -7,6 +7,7 @@
 #include <ostream>
 #include <string_view>
 
+#include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
 
 #include "Calc.h"
@@ -224,71 +225,78 @@ FilmChoice filmChoice(std::string_view option, std::string_view text) {
     return {rows[0], rows[1]};
 }
 
+// The argument by which the user named the option: "-r" or "--rate", attached value and all.
+std::string typedName(const std::vector<std::string>& arguments, const CLI::Option& option) {
+    for (auto argument = arguments.rbegin(); argument != arguments.rend(); ++argument) {
+        const std::string name = argument->substr(0, argument->find('='));
+        if (name.starts_with('-') && option.check_name(name)) return *argument;
+    }
+    return option.get_name();
+}
+
+// CLI11's account of a mistake, in the words vantrel-calc has always used for it.
+UsageError usageError(const CLI::ParseError& error, const CLI::App& app,
+                      const std::vector<std::string>& arguments) {
+    const std::string what = error.what();
+    // The message starts with the option's name, with or without its dashes.
+    const std::string name = what.substr(0, what.find_first_of(": "));
+    const CLI::Option* option = app.get_option_no_throw(name);
+    if (!option) option = app.get_option_no_throw("--" + name);
+    if (option && what.find("flag override") != std::string::npos) {
+        return UsageError("unknown option '" + typedName(arguments, *option) + "'");
+    }
+    if (option && what.find("missing") != std::string::npos) {
+        return UsageError("option '" + typedName(arguments, *option) + "' needs a value");
+    }
+    return UsageError(what);
+}
+
 // Options come first, POSIX style: the first argument that is not an option, or "--", starts the
 // expressions, so an expression may begin with "-" after "--". A value may be attached
-// ("-r25", "--rate=25") or follow as the next argument.
+// ("-r25", "--rate=25") or follow as the next argument; the last of a repeated option counts.
 Options parseOptions(const std::vector<std::string>& arguments) {
     Options options;
-    std::size_t index = 0;
-    const auto valueOf = [&](std::string_view option, std::optional<std::string_view> attached) {
-        if (attached) return std::string(*attached);
-        if (++index >= arguments.size()) {
-            throw UsageError("option '" + std::string(option) + "' needs a value");
-        }
-        return arguments[index];
+    CLI::App app("vantrel-calc");
+    app.set_help_flag();  // the usage text is vantrel-calc's own
+    app.allow_extras();
+    app.positionals_at_end();
+    const auto valueOption = [&app](const char* names, std::function<void(std::string_view)> take) {
+        app.add_option_function<std::string>(names,
+                                             [take](const std::string& value) { take(value); })
+            ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
     };
-    for (; index < arguments.size(); ++index) {
-        const std::string_view argument = arguments[index];
-        if (argument == "--") {
-            ++index;
-            break;
-        }
-        if (argument.size() < 2 || argument[0] != '-') break;
-        std::string_view name = argument;
-        std::optional<std::string_view> attached;
-        if (argument.starts_with("--")) {
-            if (const auto equals = argument.find('='); equals != std::string_view::npos) {
-                name = argument.substr(0, equals);
-                attached = argument.substr(equals + 1);
-            }
-        } else if (argument.size() > 2) {
-            name = argument.substr(0, 2);
-            attached = argument.substr(2);
-        }
-        if (name == "-r" || name == "--rate") {
-            options.rate = rateCode(valueOf(name, attached));
-        } else if (name == "-d" || name == "--display") {
-            options.displayMode = displayMode(valueOf(name, attached));
-        } else if (name == "-n" || name == "--notation") {
-            options.notation = notation(valueOf(name, attached));
-        } else if (name == "--gauge") {
-            options.units.gauge = gauge(valueOf(name, attached));
-        } else if (name == "--sample-rate") {
-            options.units.sampleRate = sampleRate(valueOf(name, attached));
-        } else if (!attached && name == "--exact-rates") {
-            options.exactRates = true;
-        } else if (name == "--edl") {
-            options.edlFile = valueOf(name, attached);
-        } else if (name == "--disk") {
-            options.disk = diskChoice(name, valueOf(name, attached));
-        } else if (name == "--film") {
-            options.film = filmChoice(name, valueOf(name, attached));
-        } else if (!attached && (name == "-l" || name == "--lazy")) {
-            options.lazy = true;
-        } else if (!attached && (name == "-b" || name == "--beautify")) {
-            options.beautify = true;
-        } else if (!attached && (name == "-j" || name == "--json")) {
-            options.json = true;
-        } else if (!attached && (name == "-h" || name == "--help")) {
-            options.help = true;
-        } else if (!attached && name == "--version") {
-            options.version = true;
-        } else {
-            throw UsageError("unknown option '" + std::string(argument) + "'");
-        }
+    valueOption("-r,--rate", [&](std::string_view value) { options.rate = rateCode(value); });
+    valueOption("-d,--display",
+                [&](std::string_view value) { options.displayMode = displayMode(value); });
+    valueOption("-n,--notation",
+                [&](std::string_view value) { options.notation = notation(value); });
+    valueOption("--gauge", [&](std::string_view value) { options.units.gauge = gauge(value); });
+    valueOption("--sample-rate",
+                [&](std::string_view value) { options.units.sampleRate = sampleRate(value); });
+    valueOption("--edl", [&](std::string_view value) { options.edlFile = std::string(value); });
+    valueOption("--disk",
+                [&](std::string_view value) { options.disk = diskChoice("--disk", value); });
+    valueOption("--film",
+                [&](std::string_view value) { options.film = filmChoice("--film", value); });
+    for (const auto& [names, flag] : {std::pair{"-l,--lazy", &options.lazy},
+                                      {"-b,--beautify", &options.beautify},
+                                      {"-j,--json", &options.json},
+                                      {"--exact-rates", &options.exactRates},
+                                      {"-h,--help", &options.help},
+                                      {"--version", &options.version}}) {
+        app.add_flag(names, *flag)->disable_flag_override();
     }
-    options.expressions.assign(arguments.begin() + static_cast<std::ptrdiff_t>(index),
-                               arguments.end());
+    app.add_option("expressions", options.expressions);
+    std::vector<std::string> reversed(arguments.rbegin(), arguments.rend());
+    try {
+        app.parse(reversed);
+    } catch (const CLI::ParseError& error) {
+        throw usageError(error, app, arguments);
+    }
+    // CLI11 counts the "--" that ends the options among what it did not know.
+    for (const std::string& unknown : app.remaining()) {
+        if (unknown != "--") throw UsageError("unknown option '" + unknown + "'");
+    }
     if (options.edlFile && !options.expressions.empty()) {
         throw UsageError("option '--edl' reads a file and takes no expressions");
     }
