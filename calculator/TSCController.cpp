@@ -4,6 +4,7 @@
 
 #include <syslog.h>
 
+#include <QApplication>
 #include <QComboBox>
 #include <QDesktopServices>
 #include <QMainWindow>
@@ -90,6 +91,10 @@ void TSCController::loadWindow() {
         label->cell().setStandardWidth(label->minimumWidth());
     }
     m_window->installEventFilter(this);
+    m_settleTimer.setSingleShot(true);
+    m_settleTimer.setInterval(kSettleMilliseconds);
+    connect(&m_settleTimer, &QTimer::timeout, this, &TSCController::settleHeight);
+    connect(qApp, &QCoreApplication::aboutToQuit, this, &TSCController::finishWindowAnimation);
     // An EDL may be dropped anywhere on the window, also on the views that take dropped text.
     m_window->setAcceptDrops(true);
     for (QWidget* view : {m_ui->inputField->viewport(), m_ui->calcLog->viewport()}) {
@@ -108,8 +113,7 @@ void TSCController::loadWindow() {
     // Esc takes back what is being typed; the log, which may hold an hour of work, stays.
     auto* escape = new QShortcut(QKeySequence(Qt::Key_Escape), m_window);
     connect(escape, &QShortcut::activated, this, [this] { clearEntry(m_window); });
-    showLogPictures(false);
-    setLogButtonsEnabled(false);
+    showLog(false);
     showDisplayStateViews();
     m_ui->resultField->setText(placeholder());
     m_ui->resultField2->setText(placeholder());

@@ -6,6 +6,7 @@
 #include <QPointer>
 #include <QSize>
 #include <QString>
+#include <QTimer>
 #include <QUrl>
 #include <functional>
 #include <memory>
@@ -39,6 +40,8 @@ class TSCController : public QObject {
 
 public:
     static constexpr double kCollapsedHeight = 252.0;
+    /// How long the height must rest before a window manager's resize counts as finished.
+    static constexpr int kSettleMilliseconds = 200;
 
     explicit TSCController(QObject* parent = nullptr);
     ~TSCController() override;
@@ -203,6 +206,9 @@ private:
     void setLogButtonsEnabled(bool enabled);
     void emptyLog();
     void showLogPictures(bool expanded);
+    void showLog(bool expanded);
+    void settleHeight();
+    void finishWindowAnimation();
     void setIndex(int& field, int index, const char* key, void (TSCController::*recompute)());
     // The side calculators' choices as rows of their tables, whatever the stored indexes hold.
     side_calculators::DiskChoice diskChoice() const;
@@ -247,6 +253,8 @@ private:
     bool m_displayCalcModeTime = false;
     bool m_animating = false;
     QPointer<QPropertyAnimation> m_windowAnimation;
+    // Restarted by every resize the window did not ask for; fires once the height has settled.
+    QTimer m_settleTimer;
     UrlOpener m_openUrl;
     QPointer<HelpWindow> m_helpWindow;
     QPointer<QMenu> m_displayModeMenu;

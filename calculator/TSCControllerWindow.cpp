@@ -16,6 +16,16 @@ void TSCController::setLogButtonsEnabled(bool enabled) {
     m_ui->clearButton->setEnabled(enabled);
 }
 
+// The log and its buttons follow whether the log shows; a hidden log takes no focus, so that Tab
+// never leads the keys into it.
+void TSCController::showLog(bool expanded) {
+    m_logExpanded = expanded;
+    setLogButtonsEnabled(expanded);
+    showLogPictures(expanded);
+    m_ui->calcLog->setFocusPolicy(expanded ? Qt::StrongFocus : Qt::NoFocus);
+    if (!expanded && m_ui->calcLog->hasFocus()) m_ui->inputField->setFocus();
+}
+
 void TSCController::showLogPictures(bool expanded) {
     const int side = m_ui->resizeImage->width();
     m_ui->resizeImage->setPixmap(
@@ -38,10 +48,8 @@ void TSCController::changeWindow(QObject*) {
     const window_heights::Toggle toggle =
         window_heights::toggle(frame.height(), m_buttonsExpanded, m_storedHeight);
     m_buttonsExpanded = toggle.expand;
-    m_logExpanded = toggle.expand;
     m_storedHeight = toggle.storedHeight;
-    setLogButtonsEnabled(toggle.expand);
-    showLogPictures(toggle.expand);
+    showLog(toggle.expand);
 
     // The top edge stays where it is; only the bottom edge moves.
     const QRect target(frame.x(), frame.y(), frame.width(), static_cast<int>(toggle.targetHeight));
@@ -61,18 +69,38 @@ void TSCController::changeWindow(QObject*) {
 QSize TSCController::windowWillResize(QSize proposedSize) {
     const window_heights::DraggedHeight snapped =
         window_heights::snapDraggedHeight(proposedSize.height());
-    if (snapped.logExpanded) {
-        showLogPictures(*snapped.logExpanded);
-        setLogButtonsEnabled(*snapped.logExpanded);
-        m_logExpanded = *snapped.logExpanded;
-    }
+    if (snapped.logExpanded) showLog(*snapped.logExpanded);
     return {proposedSize.width(), static_cast<int>(snapped.height)};
+}
+
+// A window manager runs a drag itself and may override the heights asked for during it, and it
+// sets a maximized, restored or tiled height in one step. Once the height has settled, it is
+// snapped as a drag that ends there would be, and the log shows when the window is taller than
+// collapsed, as a drag through the bands to that height would have left it.
+void TSCController::settleHeight() {
+    if (!m_window || m_animating || !m_window->isVisible()) return;
+    const int height = m_window->height();
+    const window_heights::DraggedHeight snapped = window_heights::snapDraggedHeight(height);
+    const bool oneStep = m_window->isMaximized() || m_window->isFullScreen();
+    if (!oneStep && static_cast<int>(snapped.height) != height) {
+        m_window->resize(m_window->width(), static_cast<int>(snapped.height));
+    }
+    // The toggle's own record is brought in line with the height when it is next used.
+    showLog(snapped.logExpanded.value_or(height > window_heights::kCollapsed));
+    windowDidMove();
+}
+
+// Quitting during the show/hide animation keeps the height it was going to, not one half-way.
+void TSCController::finishWindowAnimation() {
+    if (m_windowAnimation) m_windowAnimation->setCurrentTime(m_windowAnimation->duration());
 }
 
 // Saved on every move and size change: on this desktop a resize keeps the top-left corner, so a
 // move alone would miss a window that was only made taller.
 void TSCController::windowDidMove() {
-    if (m_window) m_preferences.setValue(QStringLiteral("Calc Panel"), m_window->saveGeometry());
+    if (m_window && !m_animating) {
+        m_preferences.setValue(QStringLiteral("Calc Panel"), m_window->saveGeometry());
+    }
 }
 
 void TSCController::setPasteButtonHidden(bool hidden) {
@@ -90,7 +118,9 @@ bool TSCController::eventFilter(QObject* watched, QEvent* event) {
         const QSize wanted = windowWillResize(size);
         if (wanted != size) m_window->resize(wanted);
         windowDidMove();
+        m_settleTimer.start();
     }
+    if (event->type() == QEvent::WindowStateChange) m_settleTimer.start();
     return false;
 }
 

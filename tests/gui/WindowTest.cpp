@@ -48,6 +48,25 @@ TEST_F(WindowToggle, OpensCollapsesAndRemembersTheDraggedHeight) {
     }
 }
 
+// A height the window manager sets in one step, or overrides during a drag, is settled as a drag
+// ending there; quitting during the animation keeps the height it was going to.
+TEST_F(WindowToggle, SettlesOneStepHeightsAndQuitsAtTheAnimationsEnd) {
+    auto& calc = start();
+    calc.calcWindow()->showMaximized();
+    QTest::qWait(vantrel::TSCController::kSettleMilliseconds + 150);
+    EXPECT_TRUE(calc.logExpanded() && ui().saveButton->isEnabled());
+    EXPECT_EQ(ui().calcLog->focusPolicy(), Qt::StrongFocus);
+    calc.calcWindow()->showNormal();
+    calc.calcWindow()->resize(calc.calcWindow()->width(), 252);
+    QTest::qWait(vantrel::TSCController::kSettleMilliseconds + 150);
+    EXPECT_FALSE(calc.logExpanded() || ui().saveButton->isEnabled());
+    EXPECT_EQ(ui().calcLog->focusPolicy(), Qt::NoFocus);
+    calc.changeWindow(nullptr);
+    QTest::qWait(60);
+    QMetaObject::invokeMethod(qApp, "aboutToQuit", Qt::DirectConnection);
+    EXPECT_EQ(start().calcWindow()->height(), 500);
+}
+
 TEST_F(WindowToggle, FrameIsRestoredAtTheNextStart) {
     auto& calc = start();
     heightAfterToggle();
