@@ -4,9 +4,11 @@
 
 #include <syslog.h>
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QComboBox>
 #include <QDesktopServices>
+#include <QLineEdit>
 #include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
@@ -99,6 +101,12 @@ void TSCController::loadWindow() {
     m_window->setAcceptDrops(true);
     for (QWidget* view : {m_ui->inputField->viewport(), m_ui->calcLog->viewport()}) {
         view->installEventFilter(this);
+    }
+    // Keys typed on a button or a result field go into the input.
+    for (QWidget* view : m_window->findChildren<QWidget*>()) {
+        if (qobject_cast<QAbstractButton*>(view) || qobject_cast<QLineEdit*>(view)) {
+            view->installEventFilter(this);
+        }
     }
     // The input's document owns the highlighter.
     m_highlighter = new InputHighlighter(m_calculator, m_unitChoice, m_ui->inputField->document());

@@ -180,6 +180,8 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
     /// Takes a drag or drop of an .edl file on the window or one of its views.
     bool acceptEdlDrop(QEvent* event);
+    /// Takes a key typed on a button or a result field into the input.
+    bool typeIntoInput(QObject* watched, QEvent* event);
 
 private:
     void loadWindow();

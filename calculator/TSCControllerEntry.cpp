@@ -1,5 +1,8 @@
 // TSCController: the road from the input field to the result fields and the log.
 
+#include <QAbstractButton>
+#include <QApplication>
+#include <QKeyEvent>
 #include <QScrollBar>
 #include <QTextCursor>
 
@@ -191,6 +194,26 @@ void TSCController::buttonPressed(QObject* sender) {
         controlTextDidEndEditing();
     }
     m_ui->inputField->moveCursorToEnd();
+}
+
+// On a calculator, typing reaches the expression whatever was clicked or tabbed to last: a
+// printable key on a button or a result field goes to the end of the input, and Return there
+// finishes. Space still presses a focused button; shortcuts keep their keys.
+bool TSCController::typeIntoInput(QObject* watched, QEvent* event) {
+    if (event->type() != QEvent::KeyPress) return false;
+    if (!qobject_cast<QAbstractButton*>(watched) && !qobject_cast<QLineEdit*>(watched))
+        return false;
+    auto* key = static_cast<QKeyEvent*>(event);
+    if (key->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) return false;
+    const bool finishing = key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter;
+    const QString text = key->text();
+    if (!finishing && (text.isEmpty() || !text.at(0).isPrint() || text == QStringLiteral(" "))) {
+        return false;
+    }
+    m_ui->inputField->setFocus(Qt::OtherFocusReason);
+    m_ui->inputField->moveCursorToEnd();
+    QApplication::sendEvent(m_ui->inputField, key);
+    return true;
 }
 
 void TSCController::refreshSideCalculators() {

@@ -110,7 +110,7 @@ void TSCController::setPasteButtonHidden(bool hidden) {
 }
 
 bool TSCController::eventFilter(QObject* watched, QEvent* event) {
-    if (acceptEdlDrop(event)) return true;
+    if (acceptEdlDrop(event) || typeIntoInput(watched, event)) return true;
     if (watched != m_window) return false;
     if (event->type() == QEvent::Move) windowDidMove();
     if (event->type() == QEvent::Resize && !m_animating && m_window->isVisible()) {
