@@ -73,6 +73,9 @@ QMenu* StandaloneCalcController::addTaggedMenu(
     QMenuBar* menuBar, const QString& title, Command command,
     const std::vector<std::tuple<QString, QKeySequence, int>>& items) {
     QMenu* menu = menuBar->addMenu(title);
+    // One of many: radio items. The controller checks them itself, also none for a foreign tag.
+    auto* choices = new QActionGroup(menu);
+    choices->setExclusionPolicy(QActionGroup::ExclusionPolicy::ExclusiveOptional);
     for (const auto& [itemTitle, shortcut, tag] : items) {
         if (itemTitle.isEmpty()) {
             menu->addSeparator();
@@ -81,6 +84,7 @@ QMenu* StandaloneCalcController::addTaggedMenu(
         QAction* item = addCommand(menu, itemTitle, shortcut, command);
         item->setProperty("tag", tag);
         item->setCheckable(true);
+        choices->addAction(item);
     }
     return menu;
 }
@@ -126,10 +130,10 @@ void StandaloneCalcController::buildMenuBar(QMenuBar* menuBar) {
 
     m_displayFrameRateMenu = addTaggedMenu(
         menuBar, tr("&Rate"), &StandaloneCalcController::changeDisplayFrameRate,
-        {{tr("23.976 Drop Frame (23d)"), QKeySequence(tr("Alt+1")), DisplayState23drop},
+        {{tr("23.976 drop frame (23d)"), QKeySequence(tr("Alt+1")), DisplayState23drop},
          {tr("24"), QKeySequence(tr("Alt+2")), DisplayState24fps},
          {tr("25"), QKeySequence(tr("Alt+3")), DisplayState25fps},
-         {tr("29.97 Drop Frame (29d)"), QKeySequence(tr("Alt+4")), DisplayState29drop},
+         {tr("29.97 drop frame (29d)"), QKeySequence(tr("Alt+4")), DisplayState29drop},
          {tr("30"), QKeySequence(tr("Alt+5")), DisplayState30fps},
          {QString(), QKeySequence(), -1},
          {tr("23.976 (23n)"), QKeySequence(tr("Alt+6")), DisplayState23nondrop},
@@ -137,7 +141,7 @@ void StandaloneCalcController::buildMenuBar(QMenuBar* menuBar) {
          {QString(), QKeySequence(), -1},
          {tr("48"), QKeySequence(tr("Ctrl+Alt+1")), DisplayState48fps},
          {tr("50"), QKeySequence(tr("Ctrl+Alt+2")), DisplayState50fps},
-         {tr("59.94 Drop Frame (59d)"), QKeySequence(tr("Ctrl+Alt+3")), DisplayState59drop},
+         {tr("59.94 drop frame (59d)"), QKeySequence(tr("Ctrl+Alt+3")), DisplayState59drop},
          {tr("60"), QKeySequence(tr("Ctrl+Alt+4")), DisplayState60fps},
          {QString(), QKeySequence(), -1},
          {tr("47.952 (47n)"), QKeySequence(tr("Ctrl+Alt+5")), DisplayState47nondrop},
@@ -147,7 +151,7 @@ void StandaloneCalcController::buildMenuBar(QMenuBar* menuBar) {
          {tr("95.904 (95n)"), QKeySequence(tr("Alt+Shift+2")), DisplayState95nondrop},
          {tr("96"), QKeySequence(tr("Alt+Shift+3")), DisplayState96fps},
          {tr("100"), QKeySequence(tr("Alt+Shift+4")), DisplayState100fps},
-         {tr("119.88 Drop Frame (119d)"), QKeySequence(tr("Alt+Shift+5")), DisplayState119drop},
+         {tr("119.88 drop frame (119d)"), QKeySequence(tr("Alt+Shift+5")), DisplayState119drop},
          {tr("119.88 (119n)"), QKeySequence(tr("Alt+Shift+6")), DisplayState119nondrop},
          {tr("120"), QKeySequence(tr("Alt+Shift+7")), DisplayState120fps}});
 

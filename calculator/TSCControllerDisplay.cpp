@@ -69,13 +69,13 @@ QString rateName(const QString& caption) {
     return QObject::tr("Rate: %1 fps").arg(number) + (rest.isEmpty() ? QString() : u' ' + rest);
 }
 
-// Checks the items of a menu whose tag equals the value and unchecks the other tagged items.
-// Items of an action group of their own (the notation in the Display menu) choose something else.
-void checkTaggedItems(QMenu* menu, int value) {
+// Checks the items of a menu whose tag equals the value and unchecks the other tagged items, but
+// for the items that choose something else (the notation in the Display menu).
+void checkTaggedItems(QMenu* menu, int value, const QList<QPointer<QAction>>& otherChoices = {}) {
     if (!menu) return;
     for (QAction* item : menu->actions()) {
         const QVariant tag = item->property("tag");
-        if (!tag.isValid() || item->actionGroup()) continue;
+        if (!tag.isValid() || otherChoices.contains(item)) continue;
         item->setCheckable(true);
         item->setChecked(tag.toInt() == value);
     }
@@ -125,7 +125,7 @@ void TSCController::changeDisplayMode(QObject* sender) {
     } else if (sender) {
         m_displayButtonState = sender->property("tag").toInt();
     }
-    checkTaggedItems(m_displayModeMenu, m_displayButtonState);
+    checkTaggedItems(m_displayModeMenu, m_displayButtonState, m_timecodeNotationItems);
     showDisplayStateViews();
     m_clean = false;
     showLazyResults(true);

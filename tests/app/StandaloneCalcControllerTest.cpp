@@ -72,10 +72,10 @@ INSTANTIATE_TEST_SUITE_P(Forwarding, MenuCommands, testing::Values(
     CommandRow{"number", "Frame Number", 1, 0, true},
     CommandRow{"film_length", "Film Length", -1, 0, true},
     CommandRow{"real_time", "Real Time", 4, 0, true},
-    CommandRow{"rate_23d", "23.976 Drop Frame (23d)", 0, 3, true},
-    CommandRow{"rate_59d", "59.94 Drop Frame (59d)", 0, 10, true},
+    CommandRow{"rate_23d", "23.976 drop frame (23d)", 0, 3, true},
+    CommandRow{"rate_59d", "59.94 drop frame (59d)", 0, 10, true},
     CommandRow{"rate_95n", "95.904 (95n)", 0, 15, true},
-    CommandRow{"rate_119d", "119.88 Drop Frame (119d)", 0, 18, true},
+    CommandRow{"rate_119d", "119.88 drop frame (119d)", 0, 18, true},
     CommandRow{"mode_pf", "PF: Suffixes as Frames", 0, 0, false}),
     rowName<CommandRow>);
 // clang-format on
@@ -89,6 +89,11 @@ TEST_F(Delegate, StartsTheCalculatorWithItsMenusAndVersion) {
     QSet<QKeySequence> shortcuts;
     for (QAction* item : calc().calcWindow()->menuBar()->findChildren<QAction*>()) {
         if (item->isSeparator() || item->menu() || item->text().isEmpty()) continue;
+        // A choice of one of many is a radio item.
+        if (item->isCheckable() && item->property("tag").isValid()) {
+            EXPECT_TRUE(item->actionGroup() && item->actionGroup()->isExclusive())
+                << item->text().toStdString();
+        }
         const bool link = item->text().contains("Website") || item->text().contains("About");
         const auto* menu = qobject_cast<QMenu*>(item->parent());
         const bool submenuChoice =
