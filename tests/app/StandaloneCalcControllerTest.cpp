@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <QActionGroup>
 #include <QAction>
 #include <QDir>
 #include <QFile>
