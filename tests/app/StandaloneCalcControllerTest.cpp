@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include <QActionGroup>
 #include <QAction>
+#include <QActionGroup>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
