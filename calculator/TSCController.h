@@ -42,6 +42,8 @@ public:
     static constexpr double kCollapsedHeight = 252.0;
     /// How long the height must rest before a window manager's resize counts as finished.
     static constexpr int kSettleMilliseconds = 200;
+    /// The widest a history entry is shown in the history menu, in pixels.
+    static constexpr int kHistoryItemWidth = 420;
 
     explicit TSCController(QObject* parent = nullptr);
     ~TSCController() override;

@@ -1,6 +1,7 @@
 // TSCController: the history of finished expressions and its menu.
 
 #include <QAction>
+#include <QFontMetrics>
 #include <QMenu>
 #include <QToolButton>
 
@@ -42,13 +43,19 @@ void TSCController::rebuildHistoryMenu(QMenu* menu) {
     menu->addSeparator();
     m_expressionHistory.trim();
     const QStringList& entries = m_expressionHistory.entries();
+    // A long entry is shortened in the middle, where a sum's terms repeat, so that the menu stays
+    // as wide as a window; the tooltip shows it whole.
+    menu->setToolTipsVisible(true);
     for (auto entry = entries.crbegin(); entry != entries.crend(); ++entry) {
+        QAction* item = menu->addAction(QString());
+        smallifyMenuItem(item);
+        const QString shown =
+            QFontMetrics(item->font()).elidedText(*entry, Qt::ElideMiddle, kHistoryItemWidth);
         // Menus treat "&" as a mnemonic marker; the entry itself travels as the item's data.
-        QAction* item =
-            menu->addAction(QString(*entry).replace(QLatin1Char('&'), QLatin1String("&&")));
+        item->setText(QString(shown).replace(QLatin1Char('&'), QLatin1String("&&")));
+        item->setToolTip(*entry);
         item->setData(*entry);
         connect(item, &QAction::triggered, this, [this, item] { goToExpressionHistory(item); });
-        smallifyMenuItem(item);
     }
     menu->addSeparator();
     QAction* clear = menu->addAction(tr("Clear History"));
