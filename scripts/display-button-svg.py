@@ -23,7 +23,11 @@ LETTER_SCALE = 0.006028  # the 12.35 px letters of "TC", "FR" and "MB"
 LETTER_STEP = 9.3
 # Each state: its title, its two letters and the symbol drawn in the 12 px left of them.
 STATES = {
-    "FeetFrames": ("Display: feet and frames", "FT",
+    "Film": ("Display: film length", "FL",
+             '<path fill="%s" fill-rule="evenodd" d="M0 7H12V16H0Z M1 8H3V9H1Z M1 14H3V15H1Z '
+             'M5 8H7V9H5Z M5 14H7V15H5Z M9 8H11V9H9Z M9 14H11V15H9Z M1 10H5V13H1Z M7 10H11V13H7Z"/>'
+             % INK),
+    "FeetFrames": ("Display: feet and frames", "FF",
                    '<path fill="%s" fill-rule="evenodd" d="M1 6H8V17H1Z M2 7H3V8H2Z M2 15H3V16H2Z '
                    'M6 7H7V8H6Z M6 15H7V16H6Z M2 9H7V14H2Z"/>' % INK),
     "Samples": ("Display: audio samples", "SA",
