@@ -40,7 +40,7 @@ class TSCController : public QObject {
 
 public:
     static constexpr double kCollapsedHeight = 252.0;
-    /// How long the height must rest before a window manager's resize counts as finished.
+    /// How long the height must rest before a drag or a window manager's resize counts as ended.
     static constexpr int kSettleMilliseconds = 200;
     /// The widest a history entry is shown in the history menu, in pixels.
     static constexpr int kHistoryItemWidth = 420;

@@ -73,20 +73,19 @@ QSize TSCController::windowWillResize(QSize proposedSize) {
     return {proposedSize.width(), static_cast<int>(snapped.height)};
 }
 
-// A window manager runs a drag itself and may override the heights asked for during it, and it
-// sets a maximized, restored or tiled height in one step. Once the height has settled, it is
-// snapped as a drag that ends there would be, and the log shows when the window is taller than
-// collapsed, as a drag through the bands to that height would have left it.
+// A window manager runs a drag itself: a size asked for during the drag loses against the next
+// motion, and the two fight until the user lets go, leaving whichever came last. So the height is
+// snapped once it has rested for a moment, as a drag that ends there would be, while the log's
+// pictures and buttons follow the drag live. A height the window manager sets in one step
+// (maximize, restore, tiling) settles the same way, and taller than collapsed shows the log.
 void TSCController::settleHeight() {
     if (!m_window || m_animating || !m_window->isVisible()) return;
-    const int height = m_window->height();
-    const window_heights::DraggedHeight snapped = window_heights::snapDraggedHeight(height);
+    const QSize size = m_window->size();
     const bool oneStep = m_window->isMaximized() || m_window->isFullScreen();
-    if (!oneStep && static_cast<int>(snapped.height) != height) {
-        m_window->resize(m_window->width(), static_cast<int>(snapped.height));
-    }
+    const QSize wanted = oneStep ? size : windowWillResize(size);
+    if (wanted != size) m_window->resize(wanted);
     // The toggle's own record is brought in line with the height when it is next used.
-    showLog(snapped.logExpanded.value_or(height > window_heights::kCollapsed));
+    showLog(wanted.height() > window_heights::kCollapsed);
     windowDidMove();
 }
 
@@ -114,9 +113,8 @@ bool TSCController::eventFilter(QObject* watched, QEvent* event) {
     if (watched != m_window) return false;
     if (event->type() == QEvent::Move) windowDidMove();
     if (event->type() == QEvent::Resize && !m_animating && m_window->isVisible()) {
-        const QSize size = m_window->size();
-        const QSize wanted = windowWillResize(size);
-        if (wanted != size) m_window->resize(wanted);
+        const auto snapped = window_heights::snapDraggedHeight(m_window->height());
+        if (snapped.logExpanded) showLog(*snapped.logExpanded);
         windowDidMove();
         m_settleTimer.start();
     }

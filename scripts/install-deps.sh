@@ -10,7 +10,7 @@ packages=(
     qt6-base-dev qt6-base-dev-tools qt6-svg-dev qt6-qpa-plugins libgl-dev fonts-dejavu-core
     libgtest-dev libbenchmark-dev
     locales
-    xvfb xauth xdotool x11-apps desktop-file-utils appstream
+    xvfb xauth xdotool x11-apps x11-utils openbox desktop-file-utils appstream
 )
 packages+=("$@")
 

@@ -19,7 +19,8 @@ protected:
 };
 
 // The first toggle opens to 500 keeping the top edge; the next collapse remembers a dragged
-// height, even when toggles come during the animation; a drag near either height snaps to it.
+// height, even when toggles come during the animation; a drag near either height snaps to it once
+// the height has settled.
 TEST_F(WindowToggle, OpensCollapsesAndRemembersTheDraggedHeight) {
     auto& calc = start();
     const int top = calc.calcWindow()->geometry().top();
@@ -42,7 +43,7 @@ TEST_F(WindowToggle, OpensCollapsesAndRemembersTheDraggedHeight) {
     // A drag that ends from 276 to 317 snaps open to 317, one below 276 snaps shut.
     for (const auto& [dragged, snapped] : {std::pair{276, 317}, {275, 252}}) {
         calc.calcWindow()->resize(calc.calcWindow()->width(), dragged);
-        QTest::qWait(50);
+        QTest::qWait(vantrel::TSCController::kSettleMilliseconds + 100);
         EXPECT_EQ(calc.calcWindow()->height(), snapped);
         EXPECT_EQ(calc.logExpanded() && ui().saveButton->isEnabled(), snapped == 317);
     }
