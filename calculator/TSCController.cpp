@@ -8,11 +8,13 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QDesktopServices>
+#include <QHBoxLayout>
 #include <QLineEdit>
 #include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
 #include <QShortcut>
+#include <QSizeGrip>
 
 #include "CaptionTables.h"
 #include "DisplayHoverButton.h"
@@ -102,6 +104,15 @@ void TSCController::loadWindow() {
     for (QWidget* view : {m_ui->inputField->viewport(), m_ui->calcLog->viewport()}) {
         view->installEventFilter(this);
     }
+    // The drawn corner is a grip: a drag on it resizes the window, through the window manager
+    // where there is one, and the height settles as after any drag.
+    auto* grip = new QSizeGrip(m_ui->resizeImage);
+    grip->setStyleSheet(QStringLiteral("QSizeGrip { image: none; background: transparent; }"));
+    grip->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    grip->setAccessibleName(tr("Resize the window"));
+    auto* gripLayout = new QHBoxLayout(m_ui->resizeImage);
+    gripLayout->setContentsMargins(0, 0, 0, 0);
+    gripLayout->addWidget(grip);
     // Keys typed on a button or a result field go into the input.
     for (QWidget* view : m_window->findChildren<QWidget*>()) {
         if (qobject_cast<QAbstractButton*>(view) || qobject_cast<QLineEdit*>(view)) {

@@ -1,4 +1,7 @@
+#include <QApplication>
 #include <QFile>
+#include <QMouseEvent>
+#include <QSizeGrip>
 #include <QTemporaryDir>
 #include <QTextBlock>
 #include <QTextLayout>
@@ -66,6 +69,23 @@ TEST_F(WindowToggle, SettlesOneStepHeightsAndQuitsAtTheAnimationsEnd) {
     QTest::qWait(60);
     QMetaObject::invokeMethod(qApp, "aboutToQuit", Qt::DirectConnection);
     EXPECT_EQ(start().calcWindow()->height(), 500);
+}
+
+// The drawn corner is a size grip, and a drag on it snaps as any drag of the height.
+TEST_F(WindowToggle, ResizeCornerDragsAndSnaps) {
+    auto& calc = start();
+    auto* grip = ui().resizeImage->findChild<QSizeGrip*>();
+    ASSERT_TRUE(grip);
+    const QPoint centre = grip->rect().center();
+    QTest::mousePress(grip, Qt::LeftButton, {}, centre);
+    QMouseEvent move(QEvent::MouseMove, centre + QPoint(0, 40),
+                     grip->mapToGlobal(centre + QPoint(0, 40)), Qt::NoButton, Qt::LeftButton,
+                     Qt::NoModifier);
+    QApplication::sendEvent(grip, &move);
+    QTest::mouseRelease(grip, Qt::LeftButton, {}, centre + QPoint(0, 40));
+    QTest::qWait(vantrel::TSCController::kSettleMilliseconds + 100);
+    EXPECT_EQ(calc.calcWindow()->height(), 317);
+    EXPECT_TRUE(calc.logExpanded());
 }
 
 TEST_F(WindowToggle, FrameIsRestoredAtTheNextStart) {
