@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QStringList>
 #include <QTextBrowser>
 #include <QUrl>
 
@@ -17,9 +18,12 @@ public:
     void showPage(const QUrl& page);
 
 protected:
-    /// The page without its drawings: a text browser cannot draw SVG and would show their
-    /// labels as loose words in the text.
+    /// The page with each drawing as a picture: a text browser cannot draw inline SVG and would
+    /// show its labels as loose words, so each drawing is drawn into an image of its own.
     QVariant loadResource(int type, const QUrl& name) override;
+
+private:
+    QStringList m_drawings;
 };
 
 }  // namespace vantrel

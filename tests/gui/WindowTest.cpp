@@ -1,9 +1,11 @@
 #include <QApplication>
 #include <QFile>
+#include <QImage>
 #include <QMouseEvent>
 #include <QSizeGrip>
 #include <QTemporaryDir>
 #include <QTextBlock>
+#include <QTextDocument>
 #include <QTextLayout>
 
 #include "ControllerFixture.h"
@@ -188,6 +190,12 @@ TEST_F(LogSaving, HelpOpensInAWindowOfItsOwnWithoutABrowser) {
     EXPECT_EQ(calc.helpWindow()->source(), opened);
     EXPECT_EQ(opened.fragment(), "expressions");
     EXPECT_FALSE(calc.helpWindow()->toPlainText().contains("TC 24"));  // no loose SVG labels
+    // The drawing of the window is a picture of its own size.
+    const QImage figure = calc.helpWindow()
+                              ->document()
+                              ->resource(QTextDocument::ImageResource, QUrl("vantrel-drawing:1"))
+                              .value<QImage>();
+    EXPECT_EQ(figure.size() / figure.devicePixelRatio(), QSize(560, 560));
 }
 
 }  // namespace
