@@ -13,10 +13,10 @@ import sys
 
 from fontTools.ttLib import TTFont
 
-spec = importlib.util.spec_from_file_location(
+source = importlib.util.spec_from_file_location(
     "rate_button_svg", pathlib.Path(__file__).with_name("rate-button-svg.py"))
-rate_button = importlib.util.module_from_spec(spec)
-spec.loader.exec_module(rate_button)
+rate_button = importlib.util.module_from_spec(source)
+source.loader.exec_module(rate_button)
 
 INK = "#373F46"
 LETTER_SCALE = 0.006028  # the 12.35 px letters of "TC", "FR" and "MB"
