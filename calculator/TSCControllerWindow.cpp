@@ -113,8 +113,8 @@ bool TSCController::eventFilter(QObject* watched, QEvent* event) {
     if (watched != m_window) return false;
     if (event->type() == QEvent::Move) windowDidMove();
     if (event->type() == QEvent::Resize && !m_animating && m_window->isVisible()) {
-        const auto snapped = window_heights::snapDraggedHeight(m_window->height());
-        if (snapped.logExpanded) showLog(*snapped.logExpanded);
+        // The log follows the bands live; the height itself waits until the drag has settled.
+        windowWillResize(m_window->size());
         windowDidMove();
         m_settleTimer.start();
     }

@@ -122,15 +122,14 @@ std::optional<std::string> evaluated(Calc& calc, std::string_view typed, Flavour
     const bool unit = isUnitDisplay(displayState);
     const int engineMode = unit ? DisplayStateNumber : displayState;
     const bool pt = flavour == Flavour::PT;
-    auto text =
-        lazy ? (pt ? calc.lazyevalPT(expression, engineMode)
-                   : calc.lazyevalPF(expression, engineMode))
-             : (pt ? calc.evalPT(expression, engineMode) : calc.evalPF(expression, engineMode));
+    const auto textReading =
+        lazy ? (pt ? &Calc::lazyevalPT : &Calc::lazyevalPF) : (pt ? &Calc::evalPT : &Calc::evalPF);
+    auto text = (calc.*textReading)(expression, engineMode);
     if (!text || !unit) return text;
     // Evaluated again, now matched already, for the count before its narrowing to a float.
-    const auto frames =
-        lazy ? (pt ? calc.lazyevalPTToFrames(expression) : calc.lazyevalPFToFrames(expression))
-             : (pt ? calc.evalPTToFrames(expression) : calc.evalPFToFrames(expression));
+    const auto framesReading = lazy ? (pt ? &Calc::lazyevalPTToFrames : &Calc::lazyevalPFToFrames)
+                                    : (pt ? &Calc::evalPTToFrames : &Calc::evalPFToFrames);
+    const auto frames = (calc.*framesReading)(expression);
     return unitText(displayState, frames.value_or(0.0), calc.fps(), choice);
 }
 

@@ -9,16 +9,8 @@ set -euo pipefail
 
 binary=$1
 
-if [ -z "${VANTREL_DRAG_DISPLAY:-}" ]; then
-    export VANTREL_DRAG_DISPLAY=1
-    exec xvfb-run -a -s "-screen 0 1024x768x24" "$0" "$@"
-fi
-
-work=$(mktemp -d)
+. "$(dirname "$0")/x-session.sh"
 trap 'kill "$pid" "$wm" 2>/dev/null || true; rm -rf "$work"' EXIT
-export XDG_CONFIG_HOME=$work/config
-export XDG_RUNTIME_DIR=$work/run
-mkdir -m 700 "$XDG_RUNTIME_DIR"
 
 openbox --config-file /etc/xdg/openbox/rc.xml >/dev/null 2>&1 &
 wm=$!

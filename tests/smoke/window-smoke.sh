@@ -11,19 +11,9 @@ set -euo pipefail
 binary=$1
 screenshot=$2
 
-if [ -z "${VANTREL_SMOKE_DISPLAY:-}" ]; then
-    export VANTREL_SMOKE_DISPLAY=1
-    exec xvfb-run -a -s "-screen 0 1024x768x24" "$0" "$@"
-fi
-
-work=$(mktemp -d)
+. "$(dirname "$0")/x-session.sh"
 trap 'kill "$pid" 2>/dev/null || true; rm -rf "$work"' EXIT
-export XDG_CONFIG_HOME=$work/config
-export XDG_RUNTIME_DIR=$work/run
-mkdir -m 700 "$XDG_RUNTIME_DIR"
 
-# The calculator gets preferences and an instance socket of its own, so one the user runs
-# meanwhile is neither read nor disturbed.
 "$binary" &
 pid=$!
 window=$(timeout 20 xdotool search --sync --onlyvisible --name '^Vantrel$' | head -n 1)
