@@ -13,7 +13,6 @@
 #include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
-#include <QShortcut>
 #include <QSizeGrip>
 
 #include "CaptionTables.h"
@@ -89,11 +88,6 @@ QMainWindow* TSCController::calcWindow() {
 void TSCController::loadWindow() {
     m_window = new QMainWindow;
     m_ui->setupUi(m_window);
-    // The label buttons are wider than the standard display button; their labels are centred.
-    for (DisplayHoverButton* label :
-         {m_ui->displayButton, m_ui->displayButton24, m_ui->modeButton}) {
-        label->cell().setStandardWidth(label->minimumWidth());
-    }
     m_window->installEventFilter(this);
     m_settleTimer.setSingleShot(true);
     m_settleTimer.setInterval(kSettleMilliseconds);
@@ -130,8 +124,6 @@ void TSCController::loadWindow() {
 
     m_ui->historyButton->setIcon(namedImage(QStringLiteral("HistoryButton")));
     // Esc takes back what is being typed; the log, which may hold an hour of work, stays.
-    auto* escape = new QShortcut(QKeySequence(Qt::Key_Escape), m_window);
-    connect(escape, &QShortcut::activated, this, [this] { clearEntry(m_window); });
     showLog(false);
     showDisplayStateViews();
     m_ui->resultField->setText(placeholder());
@@ -193,6 +185,14 @@ void TSCController::initialize() {
     m_ui->displayButton24->cell().setOffset(2.0f);
     m_ui->historyButton->cell().setOffset(-60.0f);
     m_ui->expandCollapseButton->cell().setOffset(3.0f);
+    // The label buttons are wider than the standard display button: their labels are centred in
+    // their own width, the rate button's widened by its offset so that its label is too.
+    for (DisplayHoverButton* label :
+         {m_ui->displayButton, m_ui->displayButton24, m_ui->modeButton}) {
+        label->cell().setStandardWidth(label->minimumWidth() + 2 * qreal{label->cell().offset()});
+    }
+    // The history button's picture sits at its far right; the rest of it is no button.
+    m_ui->historyButton->fitToImage();
     setFrameRate(DisplayState24fps);
     m_displayCalcModeTime = false;
     setDisplayCalcModeTime(true);

@@ -3,8 +3,6 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QKeyEvent>
-#include <QScrollBar>
-#include <QTextCursor>
 
 #include "FrameRate.h"
 #include "TSCController.h"
@@ -87,15 +85,6 @@ QString TSCController::logLine(const QString& expression, const std::string& res
     return expression + QStringLiteral(" = ") + QString::fromStdString(result) +
            QString::fromLatin1(mark.data(), static_cast<qsizetype>(mark.size())) +
            QLatin1Char('|') + suffix + (pt ? QStringLiteral(" (PT)\n") : QStringLiteral(" (PF)\n"));
-}
-
-void TSCController::appendToLog(const QString& text) {
-    // Always at the very end, after whatever the user typed into the log, without moving the
-    // user's own cursor there.
-    QTextCursor end(m_ui->calcLog->document());
-    end.movePosition(QTextCursor::End);
-    end.insertText(text);
-    m_ui->calcLog->verticalScrollBar()->setValue(m_ui->calcLog->verticalScrollBar()->maximum());
 }
 
 void TSCController::finish(QObject*) {

@@ -3,6 +3,8 @@
 #include <QApplication>
 #include <QFileDialog>
 #include <QMainWindow>
+#include <QScrollBar>
+#include <QTextBlock>
 #include <QTextCursor>
 #include <QUrl>
 
@@ -13,6 +15,43 @@
 #include "ui_Calculator.h"
 
 namespace vantrel {
+
+namespace {
+
+// An entry's indented lines (the figures under "frame(s) approximate") keep their indent when
+// they wrap: the wrapped part starts under the text, not under the spaces.
+void hangIndent(QTextCursor& cursor, const QTextBlock& block, const QFontMetricsF& metrics) {
+    const QString text = block.text();
+    qsizetype spaces = 0;
+    while (spaces < text.size() && text[spaces] == QLatin1Char(' ')) ++spaces;
+    if (spaces == 0 || spaces == text.size()) return;
+    const qreal indent = metrics.horizontalAdvance(QString(spaces, QLatin1Char(' ')));
+    QTextBlockFormat format = block.blockFormat();
+    format.setLeftMargin(indent);
+    format.setTextIndent(-indent);
+    cursor.setPosition(block.position());
+    cursor.setBlockFormat(format);
+}
+
+}  // namespace
+
+void TSCController::appendToLog(const QString& text) {
+    // Always at the very end, after whatever the user typed into the log, without moving the
+    // user's own cursor there.
+    QTextCursor end(m_ui->calcLog->document());
+    end.movePosition(QTextCursor::End);
+    const int start = end.position();
+    // One step for Ctrl+Z, the indents included.
+    end.beginEditBlock();
+    end.insertText(text);
+    const QFontMetricsF metrics(m_ui->calcLog->font());
+    for (QTextBlock block = m_ui->calcLog->document()->findBlock(start); block.isValid();
+         block = block.next()) {
+        hangIndent(end, block, metrics);
+    }
+    end.endEditBlock();
+    m_ui->calcLog->verticalScrollBar()->setValue(m_ui->calcLog->verticalScrollBar()->maximum());
+}
 
 void TSCController::clearLog(QObject*) {
     emptyLog();

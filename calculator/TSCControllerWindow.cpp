@@ -1,6 +1,7 @@
 // TSCController: collapsing and expanding the window, and remembering where it was.
 
 #include <QEvent>
+#include <QKeyEvent>
 #include <QMainWindow>
 #include <QPropertyAnimation>
 
@@ -111,6 +112,13 @@ void TSCController::setPasteButtonHidden(bool hidden) {
 bool TSCController::eventFilter(QObject* watched, QEvent* event) {
     if (acceptEdlDrop(event) || typeIntoInput(watched, event)) return true;
     if (watched != m_window) return false;
+    // Esc takes back what is being typed; the log, which may hold an hour of work, stays. A key
+    // press rather than a shortcut: the Esc that closes a pop-up list or a menu is theirs alone.
+    if (event->type() == QEvent::KeyPress &&
+        static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
+        clearEntry(m_window);
+        return true;
+    }
     if (event->type() == QEvent::Move) windowDidMove();
     if (event->type() == QEvent::Resize && !m_animating && m_window->isVisible()) {
         // The log follows the bands live; the height itself waits until the drag has settled.

@@ -28,17 +28,40 @@ void DisplayHoverButton::leaveEvent(QEvent* event) {
     m_cell.mouseExited();
 }
 
-void DisplayHoverButton::paintEvent(QPaintEvent* /*event*/) {
-    // The icon is fetched at every paint: setIcon() tells no one, and the ratio changes when the
-    // window moves to another screen. QIcon caches its pixmaps, so this costs a lookup.
+void DisplayHoverButton::fitToImage() {
+    m_fitsImage = true;
+    maskAroundImage();
+}
+
+void DisplayHoverButton::resizeEvent(QResizeEvent* event) {
+    QToolButton::resizeEvent(event);
+    maskAroundImage();
+}
+
+// The icon is fetched afresh: setIcon() tells no one, and the ratio changes when the window moves
+// to another screen. QIcon caches its pixmaps, so this costs a lookup.
+void DisplayHoverButton::updateImage() {
     m_cell.setImage(icon().pixmap(iconSize(), devicePixelRatioF()));
+}
+
+void DisplayHoverButton::maskAroundImage() {
+    if (!m_fitsImage) return;
+    updateImage();
+    const QRect area = m_cell.imageRect().toAlignedRect().marginsAdded({2, 1, 2, 1}) & rect();
+    // Less one pixel at each corner, as the backdrop's rounding would leave it.
+    setMask(QRegion(area.adjusted(1, 0, -1, 0)) | QRegion(area.adjusted(0, 1, 0, -1)));
+}
+
+void DisplayHoverButton::paintEvent(QPaintEvent* /*event*/) {
+    updateImage();
     QPainter painter(this);
     m_cell.drawInterior(painter, size(), isDown());
     if (hasFocus()) {
+        const QRect frame = m_fitsImage ? mask().boundingRect() : rect();
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setPen(QPen(palette().color(QPalette::Highlight), 1));
         painter.setBrush(Qt::NoBrush);
-        painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), 2, 2);
+        painter.drawRoundedRect(QRectF(frame).adjusted(0.5, 0.5, -0.5, -0.5), 2, 2);
     }
 }
 

@@ -23,15 +23,25 @@ public:
     DisplayHoverButtonCell& cell() { return m_cell; }
     const DisplayHoverButtonCell& cell() const { return m_cell; }
 
+    /// For a button much wider than its image (one whose offset moves the image far from its
+    /// start): it then shows itself and answers the mouse only around the image, 2 points to
+    /// either side and 1 above and below, so its backdrop frames the picture alone.
+    void fitToImage();
+
 protected:
     void enterEvent(QEnterEvent* event) override;
     void leaveEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void showEvent(QShowEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
+    void updateImage();
+    void maskAroundImage();
+
     DisplayHoverButtonCell m_cell{this};
     bool m_ignoreEnterUntilLeave = false;
+    bool m_fitsImage = false;
 };
 
 }  // namespace vantrel

@@ -117,6 +117,11 @@ TEST(HoverButton, LightsUpWhileTheMouseIsOver) {
     EXPECT_LT(lit.pixelColor(0, 0).alphaF(), 0.2);
     button->hover(false);
     EXPECT_EQ(qAlpha(button->rendered().pixel(2, 10)), 0);
+    // Fitted to its image (x 5 to 22), the button is there only around it.
+    button->fitToImage();
+    for (const int x : {2, 3, 23, 24}) {
+        EXPECT_EQ(window.childAt(button->pos() + QPoint(x, 10)) == button, x == 3 || x == 23) << x;
+    }
     QCursor::setPos(790, 590);  // where no other test's window reaches
 }
 

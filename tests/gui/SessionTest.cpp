@@ -1,3 +1,4 @@
+#include <QAbstractItemView>
 #include <QAccessible>
 #include <QApplication>
 #include <QComboBox>
@@ -6,6 +7,7 @@
 #include <QMimeData>
 #include <QRegularExpression>
 #include <QTextBlock>
+#include <QTextEdit>
 #include <QTextLayout>
 #include <functional>
 #include <map>
@@ -83,6 +85,21 @@ protected:
             menu->hide();
             EXPECT_LT(menu->sizeHint().width(), 600);
             type(menu->actions()[1]->toolTip().size() == 2001 ? "ok" : "truncated");
+        } else if (name == "hangs") {
+            // A wrapped line of an indented log entry starts under the text, not the spaces.
+            QTextDocument* log = ui().calcLog->document();
+            log->documentLayout()->documentSize();
+            QString verdict = QStringLiteral("nowrap");
+            for (QTextBlock block = log->begin(); block.isValid(); block = block.next()) {
+                const QTextLayout* layout = block.layout();
+                if (!block.text().startsWith(' ') || layout->lineCount() < 2) continue;
+                const int spaces =
+                    static_cast<int>(block.text().indexOf(QRegularExpression("\\S")));
+                verdict = qFuzzyCompare(layout->lineAt(1).x(), layout->lineAt(0).cursorToX(spaces))
+                              ? QStringLiteral("hangs")
+                              : QStringLiteral("flush");
+            }
+            type(verdict);
         } else if (name.startsWith("open ")) {
             controller->readEdlFile(QStringLiteral(QT_TESTCASE_SOURCEDIR "/golden/") + argument);
         } else if (name.startsWith("drop ")) {
@@ -98,11 +115,19 @@ protected:
             controller->showMenu(ui().historyButton);
             ui().historyButton->menu()->hide();
             ui().historyButton->menu()->actions()[argument.toInt()]->trigger();
-        } else if (name == "esc") {
-            // Through the window, as the keyboard delivers it, so the window's shortcuts apply.
+        } else if (name.startsWith("esc")) {
+            // Through the window, as the keyboard delivers it;
+            // {esc POPUP} presses it on that pop-up's open list.
             QApplication::setActiveWindow(controller->calcWindow());
             ASSERT_TRUE(QTest::qWaitForWindowActive(controller->calcWindow()));
-            QTest::keyClick(controller->calcWindow()->windowHandle(), Qt::Key_Escape);
+            QWindow* target = controller->calcWindow()->windowHandle();
+            if (!argument.isEmpty()) {
+                auto* popUp = controller->calcWindow()->findChild<QComboBox*>(argument);
+                popUp->showPopup();
+                target = popUp->view()->window()->windowHandle();
+                ASSERT_TRUE(QTest::qWaitForWindowExposed(target));
+            }
+            QTest::keyClick(target, Qt::Key_Escape);
         } else if (name == "note") {
             ui().calcLog->moveCursor(QTextCursor::Start);
             ui().calcLog->insertPlainText("note ");
@@ -199,6 +224,7 @@ INSTANTIATE_TEST_SUITE_P(Scripts, Session, testing::Values(
     SessionRow{"show_button_reads_again", "12\n{click showResultButton}", "12 ~ 00:00:00.12 ~ 00:00:00.12", any, any, "log reset pt"},
     SessionRow{"reset_clears_all", "1+2\n{click resetButton}", " ~ 00:00:00.00 ~ 00:00:00.00", "", "1+2", "log clean pt"},
     SessionRow{"escape_on_empty_log", "9{esc}", " ~ 00:00:00.00 ~ 00:00:00.00", "", "", "clean pt"},
+    SessionRow{"escape_closing_a_popup_list", "1+2{esc fpsPopUp}", "1+2 ~ 00:00:00.03 ~ 00:00:00.03", any, any},
     SessionRow{"escape_keeps_log", "1+2\n4{esc}\n", " ~ 00:00:00.00 ~ 00:00:00.00", "1+2 = 00:00:00.03|24 (PT)\n", "1+2", "log reset clean pt"},
     SessionRow{"reset_undone_in_log", "1+2\n{click resetButton}{undoLog}", any, "1+2 = 00:00:00.03|24 (PT)\n", any},
     SessionRow{"clear_button_undone", "1+2\n{click clearButton}{undoLog}", any, "1+2 = 00:00:00.03|24 (PT)\n", any},
@@ -226,6 +252,7 @@ INSTANTIATE_TEST_SUITE_P(Scripts, Session, testing::Values(
     SessionRow{"smpte_in_and_out", "{smpte}01:00:00:00*2\n", "01:00:00:00*2 ~ 02:00:00:00 ~ 02:00:00:00", "01:00:00:00|24*2 = 02:00:00:00|24 (PT)\n", any},
     SessionRow{"classic_redisplays", "{smpte}01:00:00:00*2\n{classic}", "01:00:00:00*2 ~ 02:00:00.00 ~ 02:00:00.00", any, any},
     SessionRow{"side_calculators_paste", "{2K10bit}{35mm4perf}1500{disk}{film}", any, "1500 frame(s) approximate\n     14.6 GB as RGB 10 bit, 2K, 1.85:1\n     24.3 min over 100 MBit Ethernet (~10 MByte/sec)\n1500 frame(s) approximate\n     28.85 m as 35 mm 4 perf\n", "1500", "log reset pt"},
+    SessionRow{"wrapped_entries_hang", "{2K10bit}1500{disk}{clear}{hangs}", "hangs ~ 00:00:00.00 ~ 00:00:00.00", any, any},
     SessionRow{"ntsc_names_no_ratio", "{ntsc}2{disk}", any, "2 frame(s) approximate\n     2.4 MB as RGB 8 bit, NTSC\n     0.24 sec over 100 MBit Ethernet (~10 MByte/sec)\n", any},
     SessionRow{"pal_names_no_ratio", "{palYuv8Modem}25{disk}", any, "25 frame(s) approximate\n     22.2 MB as YUV 4:2:2 8 bit, PAL\n     46.2 min over Slow Internet - Modem (~8 KByte/sec)\n", any},
     SessionRow{"film_in_feet", "{35mm4perf}{feet}1500{film}", any, "1500 frame(s) approximate\n     93.75 ft as 35 mm 4 perf\n", any},
@@ -384,7 +411,8 @@ TEST_F(Display, ScreenReadersFindNamedControlsInLayoutOrder) {
     for (QWidget* widget : calc.calcWindow()->findChildren<QWidget*>()) {
         const bool control = qobject_cast<QAbstractButton*>(widget) ||
                              qobject_cast<QComboBox*>(widget) || qobject_cast<QLineEdit*>(widget) ||
-                             qobject_cast<QPlainTextEdit*>(widget);
+                             qobject_cast<QPlainTextEdit*>(widget) ||
+                             qobject_cast<QTextEdit*>(widget);
         if (!control || widget->objectName().isEmpty()) continue;
         QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(widget);
         EXPECT_FALSE(accessible->text(QAccessible::Name).isEmpty() ||
