@@ -107,11 +107,8 @@ void TSCController::loadWindow() {
     auto* gripLayout = new QHBoxLayout(m_ui->resizeImage);
     gripLayout->setContentsMargins(0, 0, 0, 0);
     gripLayout->addWidget(grip);
-    // Keys typed on a button or a result field go into the input.
     for (QWidget* view : m_window->findChildren<QWidget*>()) {
-        if (qobject_cast<QAbstractButton*>(view) || qobject_cast<QLineEdit*>(view)) {
-            view->installEventFilter(this);
-        }
+        if (passesKeysToInput(view)) view->installEventFilter(this);
     }
     // The input's document owns the highlighter.
     m_highlighter = new InputHighlighter(m_calculator, m_unitChoice, m_ui->inputField->document());

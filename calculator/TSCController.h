@@ -182,7 +182,9 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
     /// Takes a drag or drop of an .edl file on the window or one of its views.
     bool acceptEdlDrop(QEvent* event);
-    /// Takes a key typed on a button or a result field into the input.
+    /// Buttons, pop-ups and result fields: a key typed on them is meant for the input.
+    static bool passesKeysToInput(const QObject* view);
+    /// Takes a key typed on such a view into the input.
     bool typeIntoInput(QObject* watched, QEvent* event);
 
 private:

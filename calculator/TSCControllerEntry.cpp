@@ -2,6 +2,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QComboBox>
 #include <QKeyEvent>
 
 #include "FrameRate.h"
@@ -188,10 +189,13 @@ void TSCController::buttonPressed(QObject* sender) {
 // On a calculator, typing reaches the expression whatever was clicked or tabbed to last: a
 // printable key on a button or a result field goes to the end of the input, and Return there
 // finishes. Space still presses a focused button; shortcuts keep their keys.
+bool TSCController::passesKeysToInput(const QObject* view) {
+    return qobject_cast<const QAbstractButton*>(view) || qobject_cast<const QLineEdit*>(view) ||
+           qobject_cast<const QComboBox*>(view);
+}
+
 bool TSCController::typeIntoInput(QObject* watched, QEvent* event) {
-    if (event->type() != QEvent::KeyPress) return false;
-    if (!qobject_cast<QAbstractButton*>(watched) && !qobject_cast<QLineEdit*>(watched))
-        return false;
+    if (event->type() != QEvent::KeyPress || !passesKeysToInput(watched)) return false;
     auto* key = static_cast<QKeyEvent*>(event);
     if (key->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) return false;
     const bool finishing = key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter;

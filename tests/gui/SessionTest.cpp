@@ -245,6 +245,8 @@ INSTANTIATE_TEST_SUITE_P(Scripts, Session, testing::Values(
     SessionRow{"exact_rates_pt", "{exact}{display 1}01:00:00.00|23n", "01:00:00.00|23n ~ 86486 ~ 86400", any, any},
     SessionRow{"long_history_entry_fits", "{longSum}\n{clear}{historyFits}", "ok ~ 00:00:00.00 ~ 00:00:00.00", any, any},
     SessionRow{"typing_on_buttons_reaches_the_input", "1{keys addButton +2~}", "1+2 ~ 00:00:00.03 ~ 00:00:00.03", "1+2 = 00:00:00.03|24 (PT)\n", any, "log reset clean pt"},
+    SessionRow{"typing_on_the_rate_popup", "1{keys fpsPopUp +2~}", "1+2 ~ 00:00:00.03 ~ 00:00:00.03", "1+2 = 00:00:00.03|24 (PT)\n", any},
+    SessionRow{"tab_leaves_the_log", "1\n{keys calcLog \t}", any, "1 = 00:00:00.01|24 (PT)\n", any},
     SessionRow{"typing_on_a_result_field", "1\n{keys resultField2 *3}", "1*3 ~ 00:00:00.03 ~ 00:00:00.03", any, any},
     SessionRow{"edl_report_and_running_time", "{rate 6}{open demo-cut-29d.edl}", "00:00:22.16|29d ~ 00:00:22.16 ~ 00:00:22.16", "EDL demo-cut-29d.edl, VANTREL DEMO CUT: 5 events at 29d\nevent  001  A001C003  V  01:00:00.00  01:00:03.19  00:00:03.19  109\nevent  002  A002C001  V  01:00:03.19  01:00:07.29  00:00:04.10  130\nevent  003  A001C007  V  01:00:07.29  01:00:11.27  00:00:03.28  118\nevent  004  A003C002  V  01:00:11.27  01:00:16.17  00:00:04.20  140\nevent  005  A002C004  V  01:00:16.17  01:00:22.16  00:00:05.29  179\ntrack  V  5  00:00:22.16  676  01:00:00.00  01:00:22.16\ntotal  00:00:22.16  676\n", "", "log reset pt"},
     SessionRow{"edl_dropped_on_the_log", "{rate 1}1\n{drop cut-25.edl}", "00:05:09.20|25 ~ 00:05:09.20 ~ 00:05:09.20", any, any},
