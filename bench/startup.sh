@@ -1,38 +1,54 @@
 #!/usr/bin/env bash
-# Measures, over several runs in a real X server (Xvfb), the time from starting the calculator to
-# its window being on screen, and its resident memory after a few calculations. Prints each run
-# and the medians. It measures only; it never fails on a slow figure.
+# Starts each program in turn, several rounds interleaved, in a real X server (Xvfb), and measures
+# the time from starting it to its window being on screen and its resident memory after a few
+# calculations typed into it. Prints each run, then the medians side by side with their ratio to
+# the first program's. It measures only; it never fails on a slow figure.
 #
-#   bench/startup.sh [VANTREL_BINARY] [RUNS]     (defaults: build/bin/vantrel, 9)
+#   bench/startup.sh [-n RUNS] [PROGRAM...]
+#
+# Defaults: 9 rounds of build/bin/vantrel-bare-window (one line edit, the yardstick) and
+# build/bin/vantrel. To compare two builds: bench/startup.sh BARE EARLIER/vantrel build/bin/vantrel
 set -euo pipefail
 
-binary=${1:-build/bin/vantrel}
-runs=${2:-9}
+runs=9
+if [ "${1:-}" = -n ]; then
+    runs=$2
+    shift 2
+fi
+[ $# -gt 0 ] || set -- build/bin/vantrel-bare-window build/bin/vantrel
 
 if [ -z "${VANTREL_BENCH_DISPLAY:-}" ]; then
     export VANTREL_BENCH_DISPLAY=1
-    exec xvfb-run -a -s "-screen 0 1024x768x24" "$0" "$binary" "$runs"
+    exec xvfb-run -a -s "-screen 0 1024x768x24" "$0" -n "$runs" "$@"
 fi
 
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
-export XDG_CONFIG_HOME=$work/config USER="vantrel-bench-$$"
 
 now_ms() { date +%s%3N; }
 
 median() { sort -n | awk '{ v[NR] = $1 } END { print (NR % 2) ? v[(NR + 1) / 2] : (v[NR / 2] + v[NR / 2 + 1]) / 2 }'; }
 
-for run in $(seq 1 "$runs"); do
+# One start of program $2, the $1-th in the list: its figures go to $work/$1.shown and $1.rss.
+measure() {
+    local index=$1 program=$2 start pid window shown rss_kb
+    # Fresh preferences and instance socket each time, as on a first start.
+    export XDG_CONFIG_HOME=$work/config-$index-$RANDOM XDG_RUNTIME_DIR=$work/run-$index-$RANDOM
+    mkdir -m 700 "$XDG_RUNTIME_DIR"
     start=$(now_ms)
-    "$binary" &
+    "$program" &
     pid=$!
     # Poll every few milliseconds: xdotool's own --sync waits in half-second steps.
     until window=$(xdotool search --onlyvisible --name '^Vantrel$' 2>/dev/null | head -n 1) &&
         [ -n "$window" ]; do
+        if [ $(($(now_ms) - start)) -gt 20000 ]; then
+            echo "$program: no window after 20 s" >&2
+            exit 1
+        fi
         sleep 0.005
     done
-    shown=$(( $(now_ms) - start ))
-    xdotool mousemove --window "$window" 200 120
+    shown=$(($(now_ms) - start))
+    xdotool mousemove --window "$window" 200 40 click 1
     for expression in '01:00:10.12|25+00:00:05.00' '00:42:17.03|29d*3' '(1:00+0123)*4/2'; do
         xdotool type --delay 5 "$expression"
         xdotool key Return
@@ -41,9 +57,28 @@ for run in $(seq 1 "$runs"); do
     rss_kb=$(awk '/^VmRSS/ { print $2 }' "/proc/$pid/status")
     kill "$pid"
     wait "$pid" 2>/dev/null || true
-    echo "run $run: window shown after $shown ms, resident memory $((rss_kb / 1024)) MB"
-    echo "$shown" >>"$work/shown"
-    echo "$rss_kb" >>"$work/rss"
+    echo "$shown" >>"$work/$index.shown"
+    echo "$rss_kb" >>"$work/$index.rss"
+    printf '%-40s window shown after %4d ms, resident memory %5.1f MB\n' "$program" "$shown" \
+        "$(awk -v k="$rss_kb" 'BEGIN { print k / 1024 }')"
+}
+
+for run in $(seq 1 "$runs"); do
+    index=0
+    for program in "$@"; do
+        measure "$index" "$program"
+        index=$((index + 1))
+    done
 done
-echo "median: window shown after $(median <"$work/shown") ms," \
-    "resident memory $(( $(median <"$work/rss" | cut -d. -f1) / 1024 )) MB"
+
+echo "medians of $runs interleaved runs:"
+base_shown=$(median <"$work/0.shown")
+index=0
+for program in "$@"; do
+    shown=$(median <"$work/$index.shown")
+    rss=$(median <"$work/$index.rss")
+    printf '%-40s window shown after %6.1f ms (%.2f x), resident memory %5.1f MB\n' "$program" \
+        "$shown" "$(awk -v a="$shown" -v b="$base_shown" 'BEGIN { print a / b }')" \
+        "$(awk -v k="$rss" 'BEGIN { print k / 1024 }')"
+    index=$((index + 1))
+done
