@@ -1,26 +1,42 @@
 #include "SingleInstance.h"
 
 #include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
 #include <unistd.h>
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
-#include <QLocalSocket>
 #include <QStandardPaths>
+#include <cstring>
+#include <string_view>
 
 namespace vantrel {
 
 namespace {
 
-constexpr int kTimeoutMs = 1000;
-const QByteArray kActivate = "activate\n";
+constexpr std::string_view kActivate = "activate\n";
 
 // The user of the process at the other end of a connected local socket.
-bool peerIsOwnedBy(const QLocalSocket& socket, uid_t owner) {
+bool peerIsOwnedBy(int descriptor, uid_t owner) {
     ucred peer{};
     socklen_t size = sizeof(peer);
-    const auto descriptor = static_cast<int>(socket.socketDescriptor());
     return getsockopt(descriptor, SOL_SOCKET, SO_PEERCRED, &peer, &size) == 0 && peer.uid == owner;
+}
+
+// The socket address of `path`; false when the path is too long for one.
+bool addressOf(const QString& path, sockaddr_un& address) {
+    const QByteArray name = QFile::encodeName(path);
+    address = {};
+    address.sun_family = AF_UNIX;
+    if (name.size() >= static_cast<qsizetype>(sizeof(address.sun_path))) return false;
+    std::memcpy(address.sun_path, name.constData(), static_cast<size_t>(name.size()));
+    return true;
+}
+
+sockaddr* asSocketAddress(sockaddr_un& address) {
+    return reinterpret_cast<sockaddr*>(&address);
 }
 
 }  // namespace
@@ -32,38 +48,74 @@ QString SingleInstance::socketPathForThisUser() {
 }
 
 SingleInstance::SingleInstance(const QString& socketPath, uid_t owner, QObject* parent)
-    : QObject(parent), m_path(socketPath), m_owner(owner) {
-    connect(&m_server, &QLocalServer::newConnection, this, [this] {
-        while (QLocalSocket* socket = m_server.nextPendingConnection()) {
-            connect(socket, &QLocalSocket::disconnected, socket, &QObject::deleteLater);
-            connect(socket, &QLocalSocket::readyRead, this, [this, socket] {
-                if (socket->readAll().contains(kActivate) && peerIsOwnedBy(*socket, m_owner)) {
-                    emit activationRequested();
-                }
-                socket->disconnectFromServer();
-            });
-        }
-    });
+    : QObject(parent), m_path(socketPath), m_owner(owner) {}
+
+SingleInstance::~SingleInstance() {
+    for (const auto& client : m_clients) close(client.first);
+    if (m_listening >= 0) close(m_listening);
 }
 
 bool SingleInstance::activateRunningInstance() {
-    if (m_path.isEmpty()) return false;
-    QLocalSocket socket;
-    socket.connectToServer(m_path);
-    if (!socket.waitForConnected(kTimeoutMs)) return false;
-    if (!peerIsOwnedBy(socket, m_owner)) return false;
-    socket.write(kActivate);
-    socket.waitForBytesWritten(kTimeoutMs);
-    socket.waitForDisconnected(kTimeoutMs);
-    return true;
+    sockaddr_un address;
+    if (m_path.isEmpty() || !addressOf(m_path, address)) return false;
+    const int descriptor = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    if (descriptor < 0) return false;
+    // What is written stays for the running copy to read after this copy has ended.
+    const bool handedOver = ::connect(descriptor, asSocketAddress(address), sizeof(address)) == 0 &&
+                            peerIsOwnedBy(descriptor, m_owner) &&
+                            write(descriptor, kActivate.data(), kActivate.size()) ==
+                                static_cast<ssize_t>(kActivate.size());
+    close(descriptor);
+    return handedOver;
 }
 
 bool SingleInstance::listen() {
-    if (m_path.isEmpty()) return false;
+    sockaddr_un address;
+    if (m_path.isEmpty() || !addressOf(m_path, address)) return false;
     // A copy that crashed leaves its socket file behind; nobody answers on it any more.
-    QLocalServer::removeServer(m_path);
-    m_server.setSocketOptions(QLocalServer::UserAccessOption);
-    return m_server.listen(m_path);
+    unlink(address.sun_path);
+    m_listening = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
+    if (m_listening < 0) return false;
+    // Only the user may connect, whatever the folder's rights.
+    const mode_t previousMask = umask(0077);
+    const bool bound = bind(m_listening, asSocketAddress(address), sizeof(address)) == 0;
+    umask(previousMask);
+    if (!bound || ::listen(m_listening, 8) != 0) {
+        close(m_listening);
+        m_listening = -1;
+        return false;
+    }
+    m_listener = std::make_unique<QSocketNotifier>(m_listening, QSocketNotifier::Read);
+    connect(m_listener.get(), &QSocketNotifier::activated, this,
+            &SingleInstance::acceptConnections);
+    return true;
+}
+
+void SingleInstance::acceptConnections() {
+    int client = -1;
+    while ((client = accept4(m_listening, nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK)) >= 0) {
+        auto notifier = std::make_unique<QSocketNotifier>(client, QSocketNotifier::Read);
+        connect(notifier.get(), &QSocketNotifier::activated, this,
+                [this, client] { readRequest(client); });
+        m_clients[client] = std::move(notifier);
+    }
+}
+
+// One request per connection: whatever it says, the connection is closed after the first read.
+void SingleInstance::readRequest(int client) {
+    char request[64];
+    const ssize_t size = read(client, request, sizeof(request));
+    if (size > 0 &&
+        std::string_view(request, static_cast<size_t>(size)).find(kActivate) !=
+            std::string_view::npos &&
+        peerIsOwnedBy(client, m_owner)) {
+        emit activationRequested();
+    }
+    // Deleted later: this runs inside the notifier's own signal.
+    auto node = m_clients.extract(client);
+    node.mapped()->setEnabled(false);
+    node.mapped().release()->deleteLater();
+    close(client);
 }
 
 }  // namespace vantrel

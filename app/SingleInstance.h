@@ -2,8 +2,10 @@
 
 #include <sys/types.h>
 #include <unistd.h>
-#include <QLocalServer>
 #include <QObject>
+#include <QSocketNotifier>
+#include <map>
+#include <memory>
 
 namespace vantrel {
 
@@ -13,7 +15,8 @@ namespace vantrel {
 ///
 /// The socket lives in the user's runtime folder, which only that user can enter, and a later copy
 /// hands over only to a copy that runs as the same user: another account can neither take the
-/// name first nor be mistaken for the running calculator.
+/// name first nor be mistaken for the running calculator. Plain POSIX sockets watched by the
+/// event loop: Qt's network module would cost every start its libraries and 1.7 MB.
 class SingleInstance : public QObject {
     Q_OBJECT
 
@@ -26,6 +29,7 @@ public:
     /// A copy that hands over only to a running copy whose process belongs to `owner`.
     explicit SingleInstance(const QString& socketPath, uid_t owner = getuid(),
                             QObject* parent = nullptr);
+    ~SingleInstance() override;
 
     /// Asks a running copy of the owner to come to the front; true when one answered.
     bool activateRunningInstance();
@@ -36,9 +40,14 @@ signals:
     void activationRequested();
 
 private:
+    void acceptConnections();
+    void readRequest(int client);
+
     QString m_path;
     uid_t m_owner;
-    QLocalServer m_server;
+    int m_listening = -1;
+    std::unique_ptr<QSocketNotifier> m_listener;
+    std::map<int, std::unique_ptr<QSocketNotifier>> m_clients;
 };
 
 }  // namespace vantrel

@@ -29,14 +29,15 @@ public:
     explicit StandaloneCalcController(QObject* parent = nullptr);
     ~StandaloneCalcController() override;
 
-    /// Loads the about box and writes its version line, "Version 0.1.0 (42)".
+    /// Nothing to do before the first start: the about box comes with its first use.
     void awakeFromNib();
     /// Creates the controller and its window, shows it and hands the menus over.
     void initialize();
 
     TSCController* calcController() const { return m_calcController.get(); }
-    QDialog* aboutBox() const { return m_aboutBox; }
-    QLabel* versionText() const { return m_versionText; }
+    /// The about box, loaded with its version line, "Version 0.1.0 (42)", when first asked for.
+    QDialog* aboutBox();
+    QLabel* versionText();
     QMenu* displayModeMenu() const { return m_displayModeMenu; }
     QMenu* displayFrameRateMenu() const { return m_displayFrameRateMenu; }
     QMenu* displayCalculationModeMenu() const { return m_displayCalculationModeMenu; }
@@ -63,6 +64,7 @@ public slots:
 private:
     using Command = void (StandaloneCalcController::*)(QObject*);
 
+    void loadAboutBox();
     void buildMenuBar(QMenuBar* menuBar);
     QAction* addCommand(QMenu* menu, const QString& title, const QKeySequence& shortcut,
                         Command command);

@@ -30,6 +30,11 @@ QByteArray Preferences::bytes(const QString& key) const {
 
 void Preferences::setValue(const QString& key, const QVariant& value) {
     m_settings.setValue(key, value);
+    if (!m_holding) m_settings.sync();
+}
+
+void Preferences::writeHeld() {
+    m_holding = false;
     m_settings.sync();
 }
 

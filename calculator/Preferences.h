@@ -9,7 +9,8 @@
 namespace vantrel {
 
 /// The user's preferences store (organisation "Glessik", application "Vantrel"). Every write goes
-/// to disk at once, so a logout or a crash right after a change loses nothing.
+/// to disk at once, so a logout or a crash right after a change loses nothing; only a burst of
+/// writes that no user made, the choices restored at start-up, may be held back and written once.
 class Preferences {
 public:
     Preferences();
@@ -22,9 +23,14 @@ public:
     QByteArray bytes(const QString& key) const;
 
     void setValue(const QString& key, const QVariant& value);
+    /// Keeps the writes that follow in memory until writeHeld().
+    void holdWrites() { m_holding = true; }
+    /// Writes to disk what was held back, and every write from now on at once.
+    void writeHeld();
 
 private:
     mutable QSettings m_settings;
+    bool m_holding = false;
 };
 
 }  // namespace vantrel

@@ -157,6 +157,9 @@ void TSCController::fillPopUps() {
 }
 
 void TSCController::initialize() {
+    // Restoring the choices writes each of them back; one write, once the window is up, does.
+    m_preferences.holdWrites();
+    QTimer::singleShot(0, this, [this] { m_preferences.writeHeld(); });
     QMainWindow* window = calcWindow();
     // The collapsed height is that of the whole window; a menu bar inside it takes its share.
     const QWidget* menuBar = window->menuWidget();
