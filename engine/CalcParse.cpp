@@ -27,7 +27,9 @@ struct TimestampParts {
 TimestampParts partsOf(std::string_view timestamp) {
     const std::string compact = timestamp_text::withoutSpaces(timestamp);
     TimestampParts parts;
-    for (const auto run : timestamp_text::digitRuns(compact)) {
+    const auto runs = timestamp_text::digitRuns(compact);
+    parts.runs.reserve(runs.size());
+    for (const auto run : runs) {
         parts.runs.push_back(number_text::digitRun(run));
     }
     const auto bar = compact.find('|');

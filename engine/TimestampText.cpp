@@ -69,11 +69,20 @@ std::string withoutSpaces(std::string_view text) {
     return copy;
 }
 
+// By hand rather than by pattern: every timestamp read on every key goes through here.
 std::vector<std::string_view> digitRuns(std::string_view text) {
-    static const Regex digitRunPattern(R"(\d+)");
+    const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
     std::vector<std::string_view> runs;
-    digitRunPattern.forEachMatch(
-        text, [&runs](const RegexMatch& match) { runs.push_back(match.matchedString()); });
+    runs.reserve(5);  // hours, minutes, seconds, frames and a rate's digits
+    for (std::size_t at = 0; at < text.size();) {
+        if (!isDigit(text[at])) {
+            ++at;
+            continue;
+        }
+        const std::size_t begin = at;
+        while (at < text.size() && isDigit(text[at])) ++at;
+        runs.push_back(text.substr(begin, at - begin));
+    }
     return runs;
 }
 

@@ -1,5 +1,6 @@
 #include "Backtracker.h"
 
+#include "BracketDepths.h"
 #include "WorkspacePool.h"
 
 namespace vantrel {
@@ -40,11 +41,14 @@ struct Backtracker::Workspace {
     std::vector<Goal> goals;
     std::vector<ChoicePoint> choices;
     std::vector<LogEntry> log;
+    BracketDepths depths;
 };
 
 Backtracker::Backtracker(const GrammarPattern& pattern, std::string_view text, std::size_t steps)
     : m_pattern(pattern), m_lookahead(pattern, text), m_stepsLeft(steps) {
     m_space = borrowWorkspace<Workspace>();
+    // The depths are asked for only where a parenthesis opens.
+    if (text.find('(') != std::string_view::npos) m_space->depths.index(text);
 }
 
 Backtracker::~Backtracker() {
@@ -82,7 +86,7 @@ Backtracker::Outcome Backtracker::matchAt(std::uint32_t start) {
             descend = false;
             if (m_stepsLeft == 0) return Outcome::OutOfSteps;
             --m_stepsLeft;
-            if (!m_pattern.nullable(item) && !m_lookahead.canStart(item, position)) {
+            if (m_lookahead.plainlyWithoutEnds(item, position, m_space->depths)) {
                 failed = true;
                 break;
             }

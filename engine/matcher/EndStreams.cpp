@@ -217,7 +217,8 @@ EndStreams::Stream* EndStreams::streamAt(std::uint32_t part, std::uint32_t start
     keys.clear();
     Stream* stream = nullptr;
     while (stream == nullptr) {
-        if (plainlyWithoutEnds(part, start)) {
+        // Most parts tried at a position cannot even begin there; they get no stream of their own.
+        if (m_lookahead.plainlyWithoutEnds(part, start, m_space->depths)) {
             stream = keys.empty() ? m_space->noEnds : noEndsAt(start);
             break;
         }
@@ -282,15 +283,6 @@ EndStreams::Stream* EndStreams::noEndsAt(std::uint32_t position) {
     stream->finished = true;
     m_space->streams.insert(noEnds, position, *stream, m_space->arena);
     return stream;
-}
-
-// Most parts tried at a position cannot even begin there, and in a text with unclosed
-// parentheses most parenthesised parts cannot end anywhere; they get no stream of their own.
-bool EndStreams::plainlyWithoutEnds(std::uint32_t part, std::uint32_t start) const {
-    const bool nullable = m_pattern.nullable(part);
-    if (!nullable && !m_lookahead.canStart(part, start)) return true;
-    const std::optional<std::int32_t> balance = m_pattern.bracketBalance(part);
-    return balance && !m_space->depths.reachable(start, start + (nullable ? 0 : 1), *balance);
 }
 
 EndStreams::Stream* EndStreams::newStream(std::uint32_t part, std::uint32_t start) {

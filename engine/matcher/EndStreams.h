@@ -54,7 +54,6 @@ private:
     Stream* streamAt(std::uint32_t part, std::uint32_t start);
     std::uint32_t plainReach(std::uint32_t position) const;
     Stream* noEndsAt(std::uint32_t position);
-    bool plainlyWithoutEnds(std::uint32_t part, std::uint32_t start) const;
     Stream* newStream(std::uint32_t part, std::uint32_t start);
 
     void require(Stream* stream, std::uint32_t index);

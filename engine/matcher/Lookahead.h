@@ -4,6 +4,7 @@
 #include <optional>
 #include <string_view>
 
+#include "BracketDepths.h"
 #include "GrammarPattern.h"
 
 namespace vantrel {
@@ -21,6 +22,19 @@ public:
     bool canStart(std::uint32_t part, std::uint32_t start) const {
         return start < m_text.size() &&
                m_pattern.firstCharacters(part)[static_cast<unsigned char>(m_text[start])];
+    }
+    /// Whether the part plainly has no match from the position: it cannot begin with the character
+    /// there, or it balances its parentheses and the text never comes back to the depth where it
+    /// would end. In a text with unclosed parentheses that rules out most parenthesised parts.
+    bool plainlyWithoutEnds(std::uint32_t part, std::uint32_t start,
+                            const BracketDepths& depths) const {
+        const bool nullable = m_pattern.nullable(part);
+        if (!nullable && !canStart(part, start)) return true;
+        // The depth is worth looking at where a parenthesis opens; elsewhere it hardly ever
+        // rules anything out, and this runs for every part tried.
+        if (start >= m_text.size() || m_text[start] != '(') return false;
+        const std::optional<std::int32_t> balance = m_pattern.bracketBalance(part);
+        return balance && !depths.reachable(start, start + (nullable ? 0 : 1), *balance);
     }
     /// How many characters from the position the run takes at the most.
     std::uint32_t runLength(const PatternNode& run, std::uint32_t start) const {
