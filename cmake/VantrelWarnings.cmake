@@ -10,7 +10,9 @@ function(vantrel_harden target)
         # guards every double-to-integer step of the timecode arithmetic.
         set(_san -fsanitize=address,undefined,float-cast-overflow -fno-sanitize-recover=all
                  -fno-omit-frame-pointer)
-        target_compile_options(${target} PRIVATE ${_san})
+        # -O1 as the sanitizers advise, and line tables only: the reports name file and line,
+        # and the test command compiles everything a second time for this build.
+        target_compile_options(${target} PRIVATE ${_san} -O1 -g1)
         target_link_options(${target} PRIVATE ${_san})
     else()
         # The hardening Debian builds its packages with; fortified calls need optimisation, and

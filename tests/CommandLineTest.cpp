@@ -138,7 +138,7 @@ INSTANTIATE_TEST_SUITE_P(Lines, JsonOutput, testing::Values(
 // A long cut: every event read, in order, and the running time summed without loss.
 TEST(CommandLine, ReadsAHundredThousandEventCut) {
     const auto timecode = [](int second) {
-        char text[16];
+        char text[40];  // room for any int, which the compiler cannot rule out
         std::snprintf(text, sizeof text, "%02d:%02d:%02d:00", second / 3600 + 1, second / 60 % 60,
                       second % 60);
         return std::string(text);
