@@ -23,7 +23,7 @@ if [ -z "${VANTREL_BENCH_DISPLAY:-}" ]; then
 fi
 
 work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
+trap 'kill "${maps_PID:-}" 2>/dev/null; rm -rf "$work"' EXIT
 
 now_ms() { date +%s%3N; }
 
@@ -35,27 +35,25 @@ measure() {
     # Fresh preferences and instance socket each time, as on a first start.
     export XDG_CONFIG_HOME=$work/config-$index-$RANDOM XDG_RUNTIME_DIR=$work/run-$index-$RANDOM
     mkdir -m 700 "$XDG_RUNTIME_DIR"
+    # Events left from the program before (its menus, its windows going away) are not this one's.
+    while read -r -t 0.05 line <&"${maps[0]}"; do :; done
     start=$(now_ms)
     "$program" 2>/dev/null &
     pid=$!
-    # Poll every few milliseconds: xdotool's own --sync waits in half-second steps.
-    until window=$(xdotool search --onlyvisible --name '^Vantrel$' 2>/dev/null | head -n 1) &&
-        [ -n "$window" ]; do
-        # Now and then the X server refuses a connection while it is being polled this fast:
-        # such a start is no figure, and the program is started again.
+    # The first window mapped on the screen after the start. One watcher that the X server tells,
+    # rather than a poll that would start a process every few milliseconds beside the program.
+    until read -r -t 20 line <&"${maps[0]}" && [[ $line == MapNotify* ]]; do
         if ! kill -0 "$pid" 2>/dev/null; then
-            wait "$pid" 2>/dev/null || true
-            sleep 0.2
-            measure "$@"
-            return
+            echo "$program ended without a window" >&2
+            exit 1
         fi
         if [ $(($(now_ms) - start)) -gt 20000 ]; then
             echo "$program: no window after 20 s" >&2
             exit 1
         fi
-        sleep 0.005
     done
     shown=$(($(now_ms) - start))
+    window=$(xdotool search --sync --onlyvisible --name '^Vantrel$' | head -n 1)
     xdotool mousemove --window "$window" 200 40 click 1
     for expression in '01:00:10.12|25+00:00:05.00' '00:42:17.03|29d*3' '(1:00+0123)*4/2'; do
         xdotool type --delay 5 "$expression"
@@ -70,6 +68,9 @@ measure() {
     printf '%-40s window shown after %4d ms, resident memory %5.1f MB\n' "$program" "$shown" \
         "$(awk -v k="$rss_kb" 'BEGIN { print k / 1024 }')"
 }
+
+coproc maps { exec stdbuf -oL xev -root -event substructure; }
+sleep 0.5
 
 for run in $(seq 1 "$runs"); do
     index=0
