@@ -14,7 +14,8 @@ DisplayHoverButton::DisplayHoverButton(QWidget* parent) : QToolButton(parent) {
 // the appearance alone, so the button notes here whether the mouse is already over it.
 void DisplayHoverButton::showEvent(QShowEvent* event) {
     QToolButton::showEvent(event);
-    m_ignoreEnterUntilLeave = rect().contains(mapFromGlobal(QCursor::pos()));
+    const QPoint mouse = mapFromGlobal(QCursor::pos());
+    m_ignoreEnterUntilLeave = m_fitsImage ? mask().contains(mouse) : rect().contains(mouse);
 }
 
 void DisplayHoverButton::enterEvent(QEnterEvent* event) {
