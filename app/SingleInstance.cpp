@@ -9,6 +9,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QStandardPaths>
+#include <cerrno>
 #include <cstring>
 #include <string_view>
 
@@ -50,20 +51,27 @@ QString SingleInstance::socketPathForThisUser() {
 SingleInstance::SingleInstance(const QString& socketPath, uid_t owner, QObject* parent)
     : QObject(parent), m_path(socketPath), m_owner(owner) {}
 
+// Each notifier goes before its descriptor is closed.
 SingleInstance::~SingleInstance() {
-    for (const auto& client : m_clients) close(client.first);
+    for (auto& [client, notifier] : m_clients) {
+        notifier.reset();
+        close(client);
+    }
+    m_listener.reset();
     if (m_listening >= 0) close(m_listening);
 }
 
 bool SingleInstance::activateRunningInstance() {
     sockaddr_un address;
     if (m_path.isEmpty() || !addressOf(m_path, address)) return false;
-    const int descriptor = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    // Never waiting: a copy that hangs with its queue full is no copy to hand over to.
+    const int descriptor = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
     if (descriptor < 0) return false;
-    // What is written stays for the running copy to read after this copy has ended.
+    // What is sent stays for the running copy to read after this copy has ended; a copy that
+    // goes away meanwhile must not take this one with it through SIGPIPE.
     const bool handedOver = ::connect(descriptor, asSocketAddress(address), sizeof(address)) == 0 &&
                             peerIsOwnedBy(descriptor, m_owner) &&
-                            write(descriptor, kActivate.data(), kActivate.size()) ==
+                            send(descriptor, kActivate.data(), kActivate.size(), MSG_NOSIGNAL) ==
                                 static_cast<ssize_t>(kActivate.size());
     close(descriptor);
     return handedOver;
@@ -105,6 +113,8 @@ void SingleInstance::acceptConnections() {
 void SingleInstance::readRequest(int client) {
     char request[64];
     const ssize_t size = read(client, request, sizeof(request));
+    // Woken without data after all: the request is still to come.
+    if (size < 0 && (errno == EAGAIN || errno == EINTR)) return;
     if (size > 0 &&
         std::string_view(request, static_cast<size_t>(size)).find(kActivate) !=
             std::string_view::npos &&

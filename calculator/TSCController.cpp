@@ -185,13 +185,15 @@ void TSCController::initialize() {
     m_ui->displayButton24->cell().setOffset(2.0f);
     m_ui->historyButton->cell().setOffset(-60.0f);
     m_ui->expandCollapseButton->cell().setOffset(3.0f);
-    // The label buttons are wider than the standard display button: their labels are centred in
-    // their own width, the rate button's widened by its offset so that its label is too.
+    // The label buttons are wider than the standard display button; their labels are centred in
+    // their own width.
     for (DisplayHoverButton* label :
          {m_ui->displayButton, m_ui->displayButton24, m_ui->modeButton}) {
-        label->cell().setStandardWidth(label->minimumWidth() + 2 * qreal{label->cell().offset()});
+        label->cell().setStandardWidth(label->minimumWidth());
     }
-    // The history button's picture sits at its far right; the rest of it is no button.
+    // Two pictures sit off their button's middle, the rate label by its offset and the history
+    // clock at the far right: those buttons show and answer the mouse only around the picture.
+    m_ui->displayButton24->fitToImage();
     m_ui->historyButton->fitToImage();
     setFrameRate(DisplayState24fps);
     m_displayCalcModeTime = false;
