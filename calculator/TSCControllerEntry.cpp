@@ -186,14 +186,14 @@ void TSCController::buttonPressed(QObject* sender) {
     m_ui->inputField->moveCursorToEnd();
 }
 
-// On a calculator, typing reaches the expression whatever was clicked or tabbed to last: a
-// printable key on a button or a result field goes to the end of the input, and Return there
-// finishes. Space still presses a focused button; shortcuts keep their keys.
 bool TSCController::passesKeysToInput(const QObject* view) {
     return qobject_cast<const QAbstractButton*>(view) || qobject_cast<const QLineEdit*>(view) ||
            qobject_cast<const QComboBox*>(view);
 }
 
+// On a calculator, typing reaches the expression whatever was clicked or tabbed to last: a
+// printable key on a button, a pop-up or a result field goes to the end of the input, and Return
+// there finishes. Space still presses a focused button; shortcuts keep their keys.
 bool TSCController::typeIntoInput(QObject* watched, QEvent* event) {
     if (event->type() != QEvent::KeyPress || !passesKeysToInput(watched)) return false;
     auto* key = static_cast<QKeyEvent*>(event);

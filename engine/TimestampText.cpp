@@ -5,7 +5,6 @@
 #include <optional>
 
 #include "FrameRate.h"
-#include "Regex.h"
 
 namespace vantrel::timestamp_text {
 
