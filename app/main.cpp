@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <string_view>
 
+#include "AppStyle.h"
 #include "SingleInstance.h"
 #include "StandaloneCalcController.h"
 #include "Version.h"
@@ -42,6 +43,7 @@ bool answeredFromTheCommandLine(int argc, char** argv) {
 int main(int argc, char** argv) {
     if (answeredFromTheCommandLine(argc, argv)) return 0;
     QApplication application(argc, argv);
+    QApplication::setStyle(new vantrel::AppStyle);
     QApplication::setOrganizationName(QStringLiteral("Glessik"));
     QApplication::setApplicationName(QStringLiteral("Vantrel"));
     QApplication::setDesktopFileName(QStringLiteral("com.glessik.Vantrel"));

@@ -64,6 +64,26 @@ void setTextColour(QLineEdit* field, const QColor& colour) {
     field->setPalette(palette);
 }
 
+// A result is text on the window's grey: the field draws no base of its own. A palette rather than
+// a style sheet: one style sheet anywhere brings Qt's whole style-sheet machinery into the window.
+// The style also keeps room for a frame that a frameless field never draws, two pixels above and
+// below; the results sit as close to the input and the keys as their fonts allow.
+void showAsBareText(QLineEdit* field) {
+    QPalette palette = field->palette();
+    palette.setColor(QPalette::Base, Qt::transparent);
+    field->setPalette(palette);
+    field->setTextMargins(0, -2, 0, -2);
+}
+
+// The window's corner is drawn by its own picture; the grip over it only takes the drag.
+class InvisibleSizeGrip : public QSizeGrip {
+public:
+    using QSizeGrip::QSizeGrip;
+
+protected:
+    void paintEvent(QPaintEvent*) override {}
+};
+
 }  // namespace
 
 TSCController::TSCController(QObject* parent)
@@ -88,6 +108,12 @@ QMainWindow* TSCController::calcWindow() {
 void TSCController::loadWindow() {
     m_window = new QMainWindow;
     m_ui->setupUi(m_window);
+    for (QLineEdit* field :
+         {m_ui->resultField, m_ui->resultField2, m_ui->resultDiskSpaceField,
+          m_ui->resultDiskSpaceField2, m_ui->resultTransferTimeField,
+          m_ui->resultTransferTimeField2, m_ui->filmResultField, m_ui->filmResultField2}) {
+        showAsBareText(field);
+    }
     m_window->installEventFilter(this);
     m_settleTimer.setSingleShot(true);
     m_settleTimer.setInterval(kSettleMilliseconds);
@@ -100,8 +126,7 @@ void TSCController::loadWindow() {
     }
     // The drawn corner is a grip: a drag on it resizes the window, through the window manager
     // where there is one, and the height settles as after any drag.
-    auto* grip = new QSizeGrip(m_ui->resizeImage);
-    grip->setStyleSheet(QStringLiteral("QSizeGrip { image: none; background: transparent; }"));
+    auto* grip = new InvisibleSizeGrip(m_ui->resizeImage);
     grip->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     grip->setAccessibleName(tr("Resize the window"));
     auto* gripLayout = new QHBoxLayout(m_ui->resizeImage);
