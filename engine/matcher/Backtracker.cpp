@@ -208,7 +208,9 @@ std::uint32_t Backtracker::nextAlternative(const PatternNode& choice, std::uint3
                                            std::uint32_t position) const {
     for (std::uint32_t i = from; i < choice.second; ++i) {
         const std::uint32_t alternative = m_pattern.alternatives()[choice.first + i];
-        if (m_pattern.nullable(alternative) || m_lookahead.canStart(alternative, position))
+        if (m_pattern.nullable(alternative) ||
+            (m_lookahead.canStart(alternative, position) &&
+             m_lookahead.showsLiteralPrefix(alternative, position)))
             return i;
     }
     return choice.second;

@@ -71,6 +71,10 @@ public:
         return m_firstCharacters[part];
     }
 
+    /// The text that every match of the part begins with, as far as the pattern shows it: "|25" for
+    /// one of the rate suffixes, empty for a part that can match the empty text.
+    const std::string& literalPrefix(std::uint32_t part) const { return m_literalPrefixes[part]; }
+
     /// Tells patterns apart for working memory kept from one search to the next: a pattern read
     /// later never has the serial of one read before, even at the same address.
     std::uint64_t serial() const { return m_serial; }
@@ -91,6 +95,7 @@ private:
     std::vector<bool> m_capturesWhenEmpty;
     std::vector<std::bitset<256>> m_firstCharacters;
     std::vector<std::optional<std::int32_t>> m_bracketBalance;
+    std::vector<std::string> m_literalPrefixes;
     std::uint32_t m_root = 0;
     std::uint64_t m_serial = 0;
 };

@@ -23,6 +23,14 @@ public:
         return start < m_text.size() &&
                m_pattern.firstCharacters(part)[static_cast<unsigned char>(m_text[start])];
     }
+    /// Whether the text at the position goes on as every match of the part must, past the first
+    /// character that canStart() looks at: "|25" where a part reads just that suffix. For the
+    /// backtracker only: it reads past the next character, further than the end streams note as
+    /// read for what they keep from one text to the next.
+    bool showsLiteralPrefix(std::uint32_t part, std::uint32_t start) const {
+        const std::string& prefix = m_pattern.literalPrefix(part);
+        return prefix.size() < 2 || m_text.compare(start, prefix.size(), prefix) == 0;
+    }
     /// Whether the part plainly has no match from the position: it cannot begin with the character
     /// there, or it balances its parentheses and the text never comes back to the depth where it
     /// would end. In a text with unclosed parentheses that rules out most parenthesised parts.

@@ -1,5 +1,6 @@
 #include "PatternAnalysis.h"
 
+#include <algorithm>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -19,6 +20,7 @@ void PatternAnalysis::run() {
     findFirstCharacters();
     findRunsThatTakeAll();
     findBracketBalances();
+    findLiteralPrefixes();
     rejectEmptyRepetitions();
     rejectLeftRecursion();
 }
@@ -301,6 +303,118 @@ void PatternAnalysis::rejectLeftRecursion() const {
             marks[next] = Mark::Open;
             path.push_back({next, enteredWithoutReading(nodes[next]), 0});
         }
+    }
+}
+
+}  // namespace vantrel
+
+namespace vantrel {
+
+namespace {
+
+// Longer prefixes would hardly rule out more: the grammar's longest literal is a rate suffix.
+constexpr std::size_t kMaxLiteralPrefix = 8;
+
+// The text that every match of a part begins with, and whether the part matches that text only.
+struct LiteralPrefix {
+    std::string text;
+    bool whole = false;
+};
+
+class LiteralPrefixes {
+public:
+    explicit LiteralPrefixes(const GrammarPattern& pattern)
+        : m_pattern(pattern),
+          m_found(pattern.nodes().size()),
+          m_state(pattern.nodes().size(), State::NotYet) {}
+
+    // A part met again while its own prefix is being worked out (a call that recurses) counts as
+    // beginning with nothing known: weaker than the truth, never wrong.
+    const LiteralPrefix& of(std::uint32_t part) {
+        static const LiteralPrefix kNothingKnown;
+        if (m_state[part] == State::Working) return kNothingKnown;
+        if (m_state[part] == State::NotYet) {
+            m_state[part] = State::Working;
+            m_found[part] = work(m_pattern.nodes()[part]);
+            m_state[part] = State::Done;
+        }
+        return m_found[part];
+    }
+
+private:
+    enum class State : std::uint8_t { NotYet, Working, Done };
+
+    LiteralPrefix work(const PatternNode& part) {
+        switch (part.kind) {
+            case Kind::Empty:
+                return {{}, true};
+            case Kind::Run:
+                return runPrefix(part);
+            case Kind::Sequence: {
+                LiteralPrefix head = of(part.first);
+                if (!head.whole) return head;
+                const LiteralPrefix& rest = of(part.second);
+                return capped(head.text + rest.text, rest.whole);
+            }
+            case Kind::Choice:
+                return {commonPrefixOfAlternatives(part), false};
+            case Kind::Star:
+                return {};
+            case Kind::History:
+            case Kind::Call:
+                return of(part.first);
+        }
+        return {};
+    }
+
+    static LiteralPrefix runPrefix(const PatternNode& run) {
+        if (run.maxCount == 0) return {{}, true};
+        if (run.characters.count() != 1) return {};
+        char character = 0;
+        for (std::size_t code = 0; code < 256; ++code) {
+            if (run.characters[code]) character = static_cast<char>(code);
+        }
+        const std::size_t count = std::min<std::size_t>(run.minCount, kMaxLiteralPrefix + 1);
+        return capped(std::string(count, character), run.minCount == run.maxCount);
+    }
+
+    std::string commonPrefixOfAlternatives(const PatternNode& choice) {
+        std::string common;
+        for (std::uint32_t i = 0; i < choice.second; ++i) {
+            const std::string& text = of(m_pattern.alternatives()[choice.first + i]).text;
+            if (i == 0) {
+                common = text;
+                continue;
+            }
+            std::size_t length = 0;
+            while (length < common.size() && length < text.size() &&
+                   common[length] == text[length]) {
+                ++length;
+            }
+            common.resize(length);
+        }
+        return common;
+    }
+
+    static LiteralPrefix capped(std::string text, bool whole) {
+        if (text.size() <= kMaxLiteralPrefix) return {std::move(text), whole};
+        text.resize(kMaxLiteralPrefix);
+        return {std::move(text), false};
+    }
+
+    const GrammarPattern& m_pattern;
+    std::vector<LiteralPrefix> m_found;
+    std::vector<State> m_state;
+};
+
+}  // namespace
+
+void PatternAnalysis::findLiteralPrefixes() {
+    LiteralPrefixes prefixes(m_pattern);
+    const auto parts = static_cast<std::uint32_t>(m_pattern.m_nodes.size());
+    m_pattern.m_literalPrefixes.clear();
+    for (std::uint32_t part = 0; part < parts; ++part) {
+        m_pattern.m_literalPrefixes.push_back(prefixes.of(part).text);
     }
 }
 

@@ -14,10 +14,10 @@ namespace vantrel {
 [[noreturn]] void refusePattern(std::size_t offset, std::string_view what);
 
 /// What the matchers need to know of a pattern once its parts are read: which parts can match the
-/// empty text, which then still capture, which characters each can begin with, which runs never
-/// give back, and how many parentheses each part leaves open. It also refuses what a matcher could
-/// not follow as Oniguruma does: repeated parts that can match nothing, and definitions that call
-/// themselves before reading anything.
+/// empty text, which then still capture, which characters each can begin with and which text, which
+/// runs never give back, and how many parentheses each part leaves open. It also refuses what a
+/// matcher could not follow as Oniguruma does: repeated parts that can match nothing, and
+/// definitions that call themselves before reading anything.
 class PatternAnalysis {
 public:
     /// `offsets` holds, for each part, where its text begins, for the messages.
@@ -36,6 +36,7 @@ private:
     bool nullable(const PatternNode& part) const;
     void findRunsThatTakeAll();
     void findBracketBalances();
+    void findLiteralPrefixes();
     void rejectEmptyRepetitions() const;
     std::vector<std::uint32_t> enteredWithoutReading(const PatternNode& part) const;
     void rejectLeftRecursion() const;

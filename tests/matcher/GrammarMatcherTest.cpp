@@ -129,11 +129,14 @@ TEST(GrammarMatcher, EvaluatesDeepNesting) {
               (std::vector<ColouredSpan>{{costly, SpanColour::Black}}));
 }
 
-// A part that reads a fixed count of parentheses only ends where the text's depth allows it; where
-// the count varies (a class holding a parenthesis, a repeated or optional one, alternatives that
-// differ, a repetition of an unbalanced part) nothing may be ruled out for it. Texts after the
-// first are typed on by one matcher, which keeps only what still holds for them.
-TEST(GrammarMatcher, FollowsOnigurumaWhereParenthesesDoNotBalance) {
+// What the matcher rules out before trying must not change what it finds. A part that reads a fixed
+// count of parentheses only ends where the text's depth allows it; where the count varies (a class
+// holding a parenthesis, a repeated or optional one, alternatives that differ, a repetition of an
+// unbalanced part) nothing may be ruled out for it. An alternative is passed over where the text
+// does not begin as all its matches do; a prefix shared, optional, repeated, recursive or longer
+// than the matcher looks ahead must not hide a match. Texts after the first are typed on by one
+// matcher, which keeps only what still holds for them. Both methods: backtracking and without.
+TEST(GrammarMatcher, FollowsOnigurumaWherePartsAreRuledOutAhead) {
     const std::pair<const char*, std::vector<std::string>> cases[] = {
         {R"(\((?:a|\(b\))*\))", {"((a)"}},
         {R"([()]{2}a)", {"(()a"}},
@@ -143,17 +146,24 @@ TEST(GrammarMatcher, FollowsOnigurumaWhereParenthesesDoNotBalance) {
         {R"((?:\(a)*b)", {"x(a(ab"}},
         {R"((?<p>\((?:\g<p>|a)\)){0}x\g<p>)", {"x((a)x((a))"}},
         {R"(\d{3}a|b)", {"12", "123a"}},
-        {R"((?:a|b)\(x*\))", {"a(xx", "a(xx)"}}};
+        {R"((?:a|b)\(x*\))", {"a(xx", "a(xx)"}},
+        {R"(x(?:ab|ac|a)d)", {"xacd", "xad"}},
+        {R"(x(?:a{2,3}c|a{2}b))", {"xaab", "xaaac"}},
+        {R"(x(?:(?:ab)?ac|(?:ab)*d))", {"xac", "xababd"}},
+        {R"((?<r>a\g<r>?b){0}x(?:\g<r>c|aab))", {"xaab", "xaabbc"}},
+        {R"(x(?:abcdefghij|abcdefghik))", {"xabcdefghik"}}};
     const auto range = [](const auto& match) {
         if (!match) return std::string("none");
         return std::to_string(match->range().location) + "+" +
                std::to_string(match->range().length);
     };
     for (const auto& [pattern, texts] : cases) {
-        const GrammarMatcher matcher(pattern, 0);
-        for (const std::string& text : texts) {
-            EXPECT_EQ(range(matcher.search(text)), range(Regex(pattern).search(text)))
-                << pattern << " in " << text;
+        for (const std::size_t steps : {std::size_t{0}, GrammarMatcher::kBacktrackingSteps}) {
+            const GrammarMatcher matcher(pattern, steps);
+            for (const std::string& text : texts) {
+                EXPECT_EQ(range(matcher.search(text)), range(Regex(pattern).search(text)))
+                    << pattern << " in " << text << " with " << steps << " steps";
+            }
         }
     }
 }
