@@ -29,7 +29,13 @@ public:
     /// read for what they keep from one text to the next.
     bool showsLiteralPrefix(std::uint32_t part, std::uint32_t start) const {
         const std::string& prefix = m_pattern.literalPrefix(part);
-        return prefix.size() < 2 || m_text.compare(start, prefix.size(), prefix) == 0;
+        if (prefix.size() < 2) return true;
+        if (m_text.size() - start < prefix.size()) return false;
+        // A few characters: a call of memcmp would cost more than comparing them here.
+        for (std::size_t i = 0; i < prefix.size(); ++i) {
+            if (m_text[start + i] != prefix[i]) return false;
+        }
+        return true;
     }
     /// Whether the part plainly has no match from the position: it cannot begin with the character
     /// there, or it balances its parentheses and the text never comes back to the depth where it
