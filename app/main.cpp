@@ -64,7 +64,7 @@ QIcon applicationIcon() {
 int main(int argc, char** argv) {
     if (answeredFromTheCommandLine(argc, argv)) return 0;
     QApplication application(argc, argv);
-    QApplication::setStyle(new vantrel::AppStyle);
+    QApplication::setStyle(new vantrel::AppStyle(QApplication::style()));
     QApplication::setOrganizationName(QStringLiteral("Glessik"));
     QApplication::setApplicationName(QStringLiteral("Vantrel"));
     QApplication::setDesktopFileName(QStringLiteral("com.glessik.Vantrel"));

@@ -14,6 +14,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QSizeGrip>
+#include <QStyleOptionFrame>
 
 #include "CaptionTables.h"
 #include "DisplayHoverButton.h"
@@ -66,13 +67,19 @@ void setTextColour(QLineEdit* field, const QColor& colour) {
 
 // A result is text on the window's grey: the field draws no base of its own. A palette rather than
 // a style sheet: one style sheet anywhere brings Qt's whole style-sheet machinery into the window.
-// The style also keeps room for a frame that a frameless field never draws, two pixels above and
-// below; the results sit as close to the input and the keys as their fonts allow.
+// Some styles (Fusion among them) keep room around a frameless field for a frame it never draws;
+// the results sit as close to the input and the keys as their fonts allow.
 void showAsBareText(QLineEdit* field) {
     QPalette palette = field->palette();
     palette.setColor(QPalette::Base, Qt::transparent);
     field->setPalette(palette);
-    field->setTextMargins(0, -2, 0, -2);
+    QStyleOptionFrame frameless;
+    frameless.initFrom(field);
+    frameless.lineWidth = 0;
+    const int room = field->style()
+                         ->sizeFromContents(QStyle::CT_LineEdit, &frameless, QSize(0, 0), field)
+                         .height();
+    field->setTextMargins(0, -(room / 2), 0, -(room - room / 2));
 }
 
 // The window's corner is drawn by its own picture; the grip over it only takes the drag.
