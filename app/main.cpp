@@ -1,13 +1,10 @@
 #include <QApplication>
 #include <QIcon>
-#include <QImage>
-#include <QPainter>
-#include <QPixmap>
-#include <QSvgRenderer>
 #include <cstdio>
 #include <string_view>
 
 #include "AppStyle.h"
+#include "NamedImages.h"
 #include "SingleInstance.h"
 #include "StandaloneCalcController.h"
 #include "Version.h"
@@ -42,23 +39,6 @@ bool answeredFromTheCommandLine(int argc, char** argv) {
     return false;
 }
 
-// The icon at the sizes title bars, task bars, trays and the about box draw it, each rendered from
-// one reading of the picture. Left scalable, the window would render it at 16 to 128 pixels while
-// it is first shown, reading the picture again for each size.
-QIcon applicationIcon() {
-    QSvgRenderer picture(QStringLiteral(":/icons/com.glessik.Vantrel.svg"));
-    QIcon icon;
-    for (const int side : {16, 24, 32, 48, 64}) {
-        QImage image(side, side, QImage::Format_ARGB32_Premultiplied);
-        image.fill(Qt::transparent);
-        QPainter painter(&image);
-        picture.render(&painter);
-        painter.end();
-        icon.addPixmap(QPixmap::fromImage(std::move(image)));
-    }
-    return icon;
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -68,7 +48,7 @@ int main(int argc, char** argv) {
     QApplication::setOrganizationName(QStringLiteral("Glessik"));
     QApplication::setApplicationName(QStringLiteral("Vantrel"));
     QApplication::setDesktopFileName(QStringLiteral("com.glessik.Vantrel"));
-    QApplication::setWindowIcon(applicationIcon());
+    QApplication::setWindowIcon(vantrel::applicationIcon());
     // The calculator keeps running with its window closed, as a tool that is always at hand.
     QApplication::setQuitOnLastWindowClosed(false);
 

@@ -1,6 +1,7 @@
 #include "NamedImages.h"
 
 #include <QApplication>
+#include <QFile>
 #include <QIconEngine>
 #include <QImage>
 #include <QPainter>
@@ -21,29 +22,36 @@ namespace {
 // mode is kept, under its name, for every icon of that name.
 class NamedImageEngine : public QIconEngine {
 public:
-    explicit NamedImageEngine(QString path) : m_path(std::move(path)) {}
+    NamedImageEngine(QString path, QList<QSize> sizes)
+        : m_path(std::move(path)), m_sizes(std::move(sizes)) {}
 
     QIconEngine* clone() const override { return new NamedImageEngine(*this); }
     QString key() const override { return QStringLiteral("vantrel-named-image"); }
-
-    QSize actualSize(const QSize& size, QIcon::Mode /*mode*/, QIcon::State /*state*/) override {
-        const QSize own = picture().defaultSize();
-        return own.isEmpty() ? QSize() : own.scaled(size, Qt::KeepAspectRatio);
+    // A misspelt name gives a null icon, as Qt's would; the resource table answers without reading.
+    bool isNull() override { return !QFile::exists(m_path); }
+    // The sizes to offer where a window manager wants a list; any other is drawn when asked for.
+    QList<QSize> availableSizes(QIcon::Mode /*mode*/, QIcon::State /*state*/) override {
+        return m_sizes;
     }
 
-    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
-        const QSize drawn = actualSize(size, mode, state);
-        if (drawn.isEmpty()) return {};
+    QSize actualSize(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
+        return pixmap(size, mode, state).size();
+    }
+
+    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State /*state*/) override {
+        // Looked up by the size asked for, so that a picture drawn before is found without reading.
         const QString cacheKey = QStringLiteral("vantrel:%1:%2x%3:%4")
                                      .arg(m_path)
-                                     .arg(drawn.width())
-                                     .arg(drawn.height())
+                                     .arg(size.width())
+                                     .arg(size.height())
                                      .arg(mode);
         QPixmap result;
         if (QPixmapCache::find(cacheKey, &result)) return result;
-        result = render(drawn);
+        const QSize own = picture().defaultSize();
+        if (own.isEmpty() || size.isEmpty()) return {};
+        result = render(own.scaled(size, Qt::KeepAspectRatio));
         // Disabled and selected looks are the style's, as for any other icon.
-        if (mode != QIcon::Normal) {
+        if (mode != QIcon::Normal && qobject_cast<QApplication*>(QCoreApplication::instance())) {
             QStyleOption option;
             option.palette = QGuiApplication::palette();
             const QPixmap styled =
@@ -77,6 +85,7 @@ private:
     }
 
     QString m_path;
+    QList<QSize> m_sizes;
     // Shared by the copies Qt makes of an icon: read once for all of them.
     std::shared_ptr<QSvgRenderer> m_picture;
 };
@@ -84,7 +93,13 @@ private:
 }  // namespace
 
 QIcon namedImage(const QString& name) {
-    return QIcon(new NamedImageEngine(QStringLiteral(":/images/%1.svg").arg(name)));
+    return QIcon(new NamedImageEngine(QStringLiteral(":/images/%1.svg").arg(name), {}));
+}
+
+QIcon applicationIcon() {
+    QList<QSize> sizes;
+    for (const int side : {16, 22, 24, 32, 48, 64, 128}) sizes.append({side, side});
+    return QIcon(new NamedImageEngine(QStringLiteral(":/icons/com.glessik.Vantrel.svg"), sizes));
 }
 
 }  // namespace vantrel
