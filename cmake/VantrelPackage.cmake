@@ -23,7 +23,7 @@ set(CPACK_DEBIAN_PACKAGE_SECTION video)
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_PACKAGE_HOMEPAGE "https://glessik.com/vantrel/")
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-# Qt loads its platform plugin (xcb) and the SVG image plugin at run time, not through the
-# linker, so dpkg-shlibdeps cannot see them.
+# Qt loads its platform plugin (xcb) at run time, not through the linker, so dpkg-shlibdeps cannot
+# see it. The SVG library is linked; it is named as well, as it always was.
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "qt6-qpa-plugins, libqt6svg6")
 include(CPack)

@@ -149,8 +149,9 @@ TEST(GrammarMatcher, FollowsOnigurumaWherePartsAreRuledOutAhead) {
         {R"((?:a|b)\(x*\))", {"a(xx", "a(xx)"}},
         {R"(x(?:ab|ac|a)d)", {"xacd", "xad"}},
         {R"(x(?:a{2,3}c|a{2}b))", {"xaab", "xaaac"}},
-        {R"(x(?:(?:ab)?ac|(?:ab)*d))", {"xac", "xababd"}},
-        {R"((?<r>a\g<r>?b){0}x(?:\g<r>c|aab))", {"xaab", "xaabbc"}},
+        {R"(x(?:(?:ab)?ac|(?:ab)*d))", {"xac", "xababd", "xd"}},
+        {R"(x(?:(?@<h>a+)b|ac))", {"xaab"}},
+        {R"((?<r>ab\g<r>?c){0}x(?:\g<r>d|abz))", {"xabz", "xababccd"}},
         {R"(x(?:abcdefghij|abcdefghik))", {"xabcdefghik"}}};
     const auto range = [](const auto& match) {
         if (!match) return std::string("none");
