@@ -1,5 +1,4 @@
 #include <QApplication>
-#include <QIcon>
 #include <cstdio>
 #include <string_view>
 

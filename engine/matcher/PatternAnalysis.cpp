@@ -306,10 +306,6 @@ void PatternAnalysis::rejectLeftRecursion() const {
     }
 }
 
-}  // namespace vantrel
-
-namespace vantrel {
-
 namespace {
 
 // Longer prefixes would hardly rule out more: the grammar's longest literal is a rate suffix.
@@ -386,12 +382,9 @@ private:
                 common = text;
                 continue;
             }
-            std::size_t length = 0;
-            while (length < common.size() && length < text.size() &&
-                   common[length] == text[length]) {
-                ++length;
-            }
-            common.resize(length);
+            common.erase(
+                std::mismatch(common.begin(), common.end(), text.begin(), text.end()).first,
+                common.end());
         }
         return common;
     }
