@@ -19,11 +19,13 @@ namespace {
 // Draws one of the application's pictures, reading it when it is first drawn. Qt's own SVG icons
 // read the picture when the icon is made, to check it, and again for every size and mode they draw;
 // the window makes its icons while it starts, before it is shown. A picture drawn at one size and
-// mode is kept, under its name, for every icon of that name.
+// mode is kept, under its name, for every icon of that name, unless it is drawn only once.
 class NamedImageEngine : public QIconEngine {
 public:
-    NamedImageEngine(QString path, QList<QSize> sizes)
-        : m_path(std::move(path)), m_sizes(std::move(sizes)) {}
+    enum class Drawings { Kept, DrawnOnce };
+
+    NamedImageEngine(QString path, QList<QSize> sizes, Drawings drawings)
+        : m_path(std::move(path)), m_sizes(std::move(sizes)), m_drawings(drawings) {}
 
     QIconEngine* clone() const override { return new NamedImageEngine(*this); }
     QString key() const override { return QStringLiteral("vantrel-named-image"); }
@@ -34,8 +36,8 @@ public:
         return m_sizes;
     }
 
-    QSize actualSize(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
-        return pixmap(size, mode, state).size();
+    QSize actualSize(const QSize& size, QIcon::Mode /*mode*/, QIcon::State /*state*/) override {
+        return drawnSize(size);
     }
 
     QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State /*state*/) override {
@@ -47,9 +49,9 @@ public:
                                      .arg(mode);
         QPixmap result;
         if (QPixmapCache::find(cacheKey, &result)) return result;
-        const QSize own = picture().defaultSize();
-        if (own.isEmpty() || size.isEmpty()) return {};
-        result = render(own.scaled(size, Qt::KeepAspectRatio));
+        const QSize drawn = drawnSize(size);
+        if (drawn.isEmpty()) return {};
+        result = render(drawn);
         // Disabled and selected looks are the style's, as for any other icon.
         if (mode != QIcon::Normal && qobject_cast<QApplication*>(QCoreApplication::instance())) {
             QStyleOption option;
@@ -58,7 +60,7 @@ public:
                 QApplication::style()->generatedIconPixmap(mode, result, &option);
             if (!styled.isNull()) result = styled;
         }
-        QPixmapCache::insert(cacheKey, result);
+        if (m_drawings == Drawings::Kept) QPixmapCache::insert(cacheKey, result);
         return result;
     }
 
@@ -70,6 +72,13 @@ public:
     }
 
 private:
+    // The picture keeps its proportions within the size asked for.
+    QSize drawnSize(const QSize& size) {
+        const QSize own = picture().defaultSize();
+        if (own.isEmpty() || size.isEmpty()) return {};
+        return own.scaled(size, Qt::KeepAspectRatio);
+    }
+
     QSvgRenderer& picture() {
         if (!m_picture) m_picture = std::make_shared<QSvgRenderer>(m_path);
         return *m_picture;
@@ -86,6 +95,7 @@ private:
 
     QString m_path;
     QList<QSize> m_sizes;
+    Drawings m_drawings;
     // Shared by the copies Qt makes of an icon: read once for all of them.
     std::shared_ptr<QSvgRenderer> m_picture;
 };
@@ -93,13 +103,17 @@ private:
 }  // namespace
 
 QIcon namedImage(const QString& name) {
-    return QIcon(new NamedImageEngine(QStringLiteral(":/images/%1.svg").arg(name), {}));
+    return QIcon(new NamedImageEngine(QStringLiteral(":/images/%1.svg").arg(name), {},
+                                      NamedImageEngine::Drawings::Kept));
 }
 
 QIcon applicationIcon() {
     QList<QSize> sizes;
     for (const int side : {16, 22, 24, 32, 48, 64, 128}) sizes.append({side, side});
-    return QIcon(new NamedImageEngine(QStringLiteral(":/icons/com.glessik.Vantrel.svg"), sizes));
+    // The window manager is handed every offered size once, when the window is first shown (100 KB
+    // of pixmaps); keeping them would hold that memory for an about box that may never open.
+    return QIcon(new NamedImageEngine(QStringLiteral(":/icons/com.glessik.Vantrel.svg"), sizes,
+                                      NamedImageEngine::Drawings::DrawnOnce));
 }
 
 }  // namespace vantrel
