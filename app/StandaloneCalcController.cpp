@@ -215,7 +215,7 @@ void StandaloneCalcController::addTimecodeNotationItems(QMenu* menu) {
 
 void StandaloneCalcController::addTrayIcon() {
     if (!QSystemTrayIcon::isSystemTrayAvailable()) return;
-    m_trayIcon = new QSystemTrayIcon(QApplication::windowIcon(), this);
+    m_trayIcon = new QSystemTrayIcon(applicationIcon(), this);
     m_trayIcon->setToolTip(tr("Vantrel"));
     auto* menu = new QMenu;
     connect(m_trayIcon, &QObject::destroyed, menu, &QObject::deleteLater);
@@ -285,7 +285,7 @@ void StandaloneCalcController::showAboutBox(QObject*) {
     QDialog* box = aboutBox();
     // Drawn on first showing: rendering the icon would otherwise lengthen every start.
     if (m_iconLabel->pixmap().isNull()) {
-        m_iconLabel->setPixmap(QApplication::windowIcon().pixmap(64, 64));
+        m_iconLabel->setPixmap(applicationIcon().pixmap(64, 64));
     }
     box->show();
     box->raise();

@@ -1,4 +1,5 @@
 #include <QApplication>
+#include <QTimer>
 #include <cstdio>
 #include <string_view>
 
@@ -47,7 +48,6 @@ int main(int argc, char** argv) {
     QApplication::setOrganizationName(QStringLiteral("Glessik"));
     QApplication::setApplicationName(QStringLiteral("Vantrel"));
     QApplication::setDesktopFileName(QStringLiteral("com.glessik.Vantrel"));
-    QApplication::setWindowIcon(vantrel::applicationIcon());
     // The calculator keeps running with its window closed, as a tool that is always at hand.
     QApplication::setQuitOnLastWindowClosed(false);
 
@@ -58,6 +58,9 @@ int main(int argc, char** argv) {
     vantrel::StandaloneCalcController delegate;
     delegate.awakeFromNib();
     delegate.initialize();
+    // Drawing the icon at every size a window manager may ask for takes longer than anything else
+    // in showing the window, so the window goes on screen first and its icon follows.
+    QTimer::singleShot(0, [] { QApplication::setWindowIcon(vantrel::applicationIcon()); });
     // Starting Vantrel again always means the calculator, whatever window was in front.
     QObject::connect(&instance, &vantrel::SingleInstance::activationRequested, &delegate,
                      [&delegate] { delegate.showCalcWindow(nullptr); });
