@@ -8,7 +8,7 @@ int main(int argc, char** argv) {
     QApplication application(argc, argv);
     QLineEdit window;
     window.setWindowTitle(QStringLiteral("Vantrel"));
-    window.resize(369, 252);
+    window.resize(373, 252);
     window.show();
     return QApplication::exec();
 }
