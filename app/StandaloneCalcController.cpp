@@ -10,6 +10,7 @@
 #include <QMenuBar>
 #include <QSystemTrayIcon>
 
+#include "FirstDrawingWatcher.h"
 #include "NamedImages.h"
 #include "Version.h"
 #include "ui_AboutBox.h"
@@ -65,7 +66,12 @@ void StandaloneCalcController::initialize() {
             [this](Qt::ApplicationState state) {
                 if (state == Qt::ApplicationActive) applicationDidBecomeActive();
             });
-    addTrayIcon();
+    // Drawing the application icon at every size a window manager may ask for, and the tray's
+    // conversation with the desktop, take longer than anything else in showing the window.
+    FirstDrawingWatcher::afterFirstDrawing(window, this, [this] {
+        QApplication::setWindowIcon(applicationIcon());
+        addTrayIcon();
+    });
 }
 
 void StandaloneCalcController::setUrlOpener(TSCController::UrlOpener opener) {

@@ -1,10 +1,8 @@
 #include <QApplication>
-#include <QTimer>
 #include <cstdio>
 #include <string_view>
 
 #include "AppStyle.h"
-#include "NamedImages.h"
 #include "SingleInstance.h"
 #include "StandaloneCalcController.h"
 #include "Version.h"
@@ -58,9 +56,6 @@ int main(int argc, char** argv) {
     vantrel::StandaloneCalcController delegate;
     delegate.awakeFromNib();
     delegate.initialize();
-    // Drawing the icon at every size a window manager may ask for takes longer than anything else
-    // in showing the window, so the window goes on screen first and its icon follows.
-    QTimer::singleShot(0, [] { QApplication::setWindowIcon(vantrel::applicationIcon()); });
     // Starting Vantrel again always means the calculator, whatever window was in front.
     QObject::connect(&instance, &vantrel::SingleInstance::activationRequested, &delegate,
                      [&delegate] { delegate.showCalcWindow(nullptr); });

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHash>
 #include <QSettings>
 #include <QString>
 #include <QStringList>
@@ -14,6 +15,8 @@ namespace vantrel {
 class Preferences {
 public:
     Preferences();
+    /// Writes what is still held back: nothing set is lost.
+    ~Preferences();
 
     bool contains(const QString& key) const;
     /// The integer under the key; a missing key or a value that is no integer reads as 0.
@@ -23,14 +26,19 @@ public:
     QByteArray bytes(const QString& key) const;
 
     void setValue(const QString& key, const QVariant& value);
-    /// Keeps the writes that follow in memory until writeHeld().
+    /// Keeps the writes that follow in memory until writeHeld(); they read back meanwhile.
     void holdWrites() { m_holding = true; }
     /// Writes to disk what was held back, and every write from now on at once.
     void writeHeld();
 
 private:
+    QVariant stored(const QString& key) const;
+
     mutable QSettings m_settings;
     bool m_holding = false;
+    // Kept apart from the store while held: the store would otherwise write them itself the next
+    // time the event loop runs.
+    QHash<QString, QVariant> m_held;
 };
 
 }  // namespace vantrel

@@ -18,6 +18,7 @@
 
 #include "CaptionTables.h"
 #include "DisplayHoverButton.h"
+#include "FirstDrawingWatcher.h"
 #include "InputHighlighter.h"
 #include "NamedImages.h"
 #include "ui_Calculator.h"
@@ -189,10 +190,12 @@ void TSCController::fillPopUps() {
 }
 
 void TSCController::initialize() {
-    // Restoring the choices writes each of them back; one write, once the window is up, does.
+    // Restoring the choices writes each of them back; one write, once the window has been drawn,
+    // does. Writing waits for the disk twice (3 ms), which the user would see as a window that
+    // appears blank first.
     m_preferences.holdWrites();
-    QTimer::singleShot(0, this, [this] { m_preferences.writeHeld(); });
     QMainWindow* window = calcWindow();
+    FirstDrawingWatcher::afterFirstDrawing(window, this, [this] { m_preferences.writeHeld(); });
     // The collapsed height is that of the whole window; a menu bar inside it takes its share.
     const QWidget* menuBar = window->menuWidget();
     const int menuBarHeight = menuBar ? menuBar->sizeHint().height() : 0;

@@ -31,6 +31,9 @@ protected:
         controller->initialize();
         controller->setPasteButtonHidden(true);
         controller->calcWindow()->show();
+        // As on a desktop, the window has been drawn before anyone acts on it.
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(controller->calcWindow()));
+        QCoreApplication::processEvents();
         return *controller;
     }
 

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QObject>
+#include <QWidget>
+#include <functional>
+
+namespace vantrel {
+
+/// Runs an action once a widget has been drawn for the first time, from the event loop, so that
+/// what the action costs comes after the user sees the widget rather than before. Work that the
+/// first picture does not need (writing to disk, an icon for the window manager) waits here.
+class FirstDrawingWatcher : public QObject {
+    Q_OBJECT
+
+public:
+    /// The action runs in the context's thread and not at all if the context is gone by then.
+    static void afterFirstDrawing(QWidget* widget, QObject* context, std::function<void()> action);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    FirstDrawingWatcher(QWidget* widget, QObject* context, std::function<void()> action);
+
+    QObject* m_context;
+    std::function<void()> m_action;
+};
+
+}  // namespace vantrel
