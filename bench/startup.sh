@@ -73,22 +73,26 @@ measure() {
 coproc maps { exec stdbuf -oL xev -root -event substructure; }
 sleep 0.5
 
+# Each round starts with the next program, so that none is always the one started right after
+# the round before has ended.
+programs=("$@")
 for run in $(seq 1 "$runs"); do
-    index=0
-    for program in "$@"; do
-        measure "$index" "$program"
-        index=$((index + 1))
+    for turn in $(seq 0 $((${#programs[@]} - 1))); do
+        index=$(((turn + run) % ${#programs[@]}))
+        measure "$index" "${programs[$index]}"
     done
 done
 
-echo "medians of $runs interleaved runs:"
-base_shown=$(median <"$work/0.shown")
+# The ratio is taken within each round, against the first program's start in that round, and
+# the median of those is given: a machine busier in one round than in another slows every program
+# of the round alike, and the pairing cancels it.
+echo "medians of $runs interleaved runs (ratio: median of the rounds' ratios):"
 index=0
 for program in "$@"; do
     shown=$(median <"$work/$index.shown")
+    ratio=$(paste "$work/$index.shown" "$work/0.shown" | awk '{ print $1 / $2 }' | median)
     rss=$(median <"$work/$index.rss")
     printf '%-40s window shown after %6.1f ms (%.2f x), resident memory %5.1f MB\n' "$program" \
-        "$shown" "$(awk -v a="$shown" -v b="$base_shown" 'BEGIN { print a / b }')" \
-        "$(awk -v k="$rss" 'BEGIN { print k / 1024 }')"
+        "$shown" "$ratio" "$(awk -v k="$rss" 'BEGIN { print k / 1024 }')"
     index=$((index + 1))
 done
