@@ -34,7 +34,7 @@ median() { sort -n | awk '{ v[NR] = $1 } END { print (NR % 2) ? v[(NR + 1) / 2] 
 measure() {
     local index=$1 program=$2 start pid window shown rss_kb
     # Fresh preferences and instance socket each time, as on a first start.
-    export XDG_CONFIG_HOME=$work/config-$index-$RANDOM XDG_RUNTIME_DIR=$work/run-$index-$RANDOM
+    export XDG_CONFIG_HOME=$work/config-$index-$run XDG_RUNTIME_DIR=$work/run-$index-$run
     mkdir -m 700 "$XDG_RUNTIME_DIR"
     # Events left from the program before (its menus, its windows going away) are not this one's.
     while read -r -t 0.05 line <&"${maps[0]}"; do :; done
