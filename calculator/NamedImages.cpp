@@ -19,13 +19,11 @@ namespace {
 // Draws one of the application's pictures, reading it when it is first drawn. Qt's own SVG icons
 // read the picture when the icon is made, to check it, and again for every size and mode they draw;
 // the window makes its icons while it starts, before it is shown. A picture drawn at one size and
-// mode is kept, under its name, for every icon of that name, unless it is drawn only once.
+// mode is kept, under its name, for every icon of that name.
 class NamedImageEngine : public QIconEngine {
 public:
-    enum class Drawings { Kept, DrawnOnce };
-
-    NamedImageEngine(QString path, QList<QSize> sizes, Drawings drawings)
-        : m_path(std::move(path)), m_sizes(std::move(sizes)), m_drawings(drawings) {}
+    NamedImageEngine(QString path, QList<QSize> sizes)
+        : m_path(std::move(path)), m_sizes(std::move(sizes)) {}
 
     QIconEngine* clone() const override { return new NamedImageEngine(*this); }
     QString key() const override { return QStringLiteral("vantrel-named-image"); }
@@ -60,7 +58,7 @@ public:
                 QApplication::style()->generatedIconPixmap(mode, result, &option);
             if (!styled.isNull()) result = styled;
         }
-        if (m_drawings == Drawings::Kept) QPixmapCache::insert(cacheKey, result);
+        QPixmapCache::insert(cacheKey, result);
         return result;
     }
 
@@ -95,7 +93,6 @@ private:
 
     QString m_path;
     QList<QSize> m_sizes;
-    Drawings m_drawings;
     // Shared by the copies Qt makes of an icon: read once for all of them.
     std::shared_ptr<QSvgRenderer> m_picture;
 };
@@ -103,17 +100,15 @@ private:
 }  // namespace
 
 QIcon namedImage(const QString& name) {
-    return QIcon(new NamedImageEngine(QStringLiteral(":/images/%1.svg").arg(name), {},
-                                      NamedImageEngine::Drawings::Kept));
+    return QIcon(new NamedImageEngine(QStringLiteral(":/images/%1.svg").arg(name), {}));
 }
 
 QIcon applicationIcon() {
     QList<QSize> sizes;
     for (const int side : {16, 22, 24, 32, 48, 64, 128}) sizes.append({side, side});
-    // The window manager is handed every offered size once, when the window is first shown (100 KB
-    // of pixmaps); keeping them would hold that memory for an about box that may never open.
-    return QIcon(new NamedImageEngine(QStringLiteral(":/icons/com.glessik.Vantrel.svg"), sizes,
-                                      NamedImageEngine::Drawings::DrawnOnce));
+    // Kept once drawn, as the other pictures are: on X11 every new top-level window, down to each
+    // menu and tool tip, hands the window manager the application icon at every offered size.
+    return QIcon(new NamedImageEngine(QStringLiteral(":/icons/com.glessik.Vantrel.svg"), sizes));
 }
 
 }  // namespace vantrel

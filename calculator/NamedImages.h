@@ -9,7 +9,7 @@ namespace vantrel {
 QIcon namedImage(const QString& name);
 
 /// The application's icon, offered to window managers at the sizes of title bars, task switchers
-/// and trays, each drawn from one reading of its picture; other sizes are drawn when asked for.
+/// and trays, all drawn from one reading of its picture; other sizes are drawn when asked for.
 QIcon applicationIcon();
 
 }  // namespace vantrel
