@@ -57,6 +57,12 @@ void StandaloneCalcController::initialize() {
     window->resize(window->width(), static_cast<int>(TSCController::kCollapsedHeight));
     m_calcController->initialize();
     m_calcController->setPasteButtonHidden(true);
+    // Drawing the application icon at every size a window manager may ask for, and the tray's
+    // conversation with the desktop, take longer than anything else in showing the window.
+    FirstDrawingWatcher::afterFirstDrawing(window, this, [this] {
+        QApplication::setWindowIcon(applicationIcon());
+        addTrayIcon();
+    });
     showCalcWindow(nullptr);
     m_calcController->setDisplayModeMenu(m_displayModeMenu);
     m_calcController->setDisplayFrameRateMenu(m_displayFrameRateMenu);
@@ -66,12 +72,6 @@ void StandaloneCalcController::initialize() {
             [this](Qt::ApplicationState state) {
                 if (state == Qt::ApplicationActive) applicationDidBecomeActive();
             });
-    // Drawing the application icon at every size a window manager may ask for, and the tray's
-    // conversation with the desktop, take longer than anything else in showing the window.
-    FirstDrawingWatcher::afterFirstDrawing(window, this, [this] {
-        QApplication::setWindowIcon(applicationIcon());
-        addTrayIcon();
-    });
 }
 
 void StandaloneCalcController::setUrlOpener(TSCController::UrlOpener opener) {

@@ -10,8 +10,9 @@
 namespace vantrel {
 
 /// The user's preferences store (organisation "Glessik", application "Vantrel"). Every write goes
-/// to disk at once, so a logout or a crash right after a change loses nothing; only a burst of
-/// writes that no user made, the choices restored at start-up, may be held back and written once.
+/// to disk at once, so a logout or a crash right after a change loses nothing; only the writes of
+/// the start-up, before the window is first drawn (the choices restored, the window's place), are
+/// held back and written once.
 class Preferences {
 public:
     Preferences();
