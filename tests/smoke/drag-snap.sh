@@ -17,7 +17,7 @@ wm=$!
 sleep 1
 "$binary" &
 pid=$!
-window=$(timeout 20 xdotool search --sync --onlyvisible --name '^Vantrel$' | head -n 1)
+window=$(find_windows '^Vantrel$' 20 | head -n 1)
 [ -n "$window" ] || { echo "the calculator window did not appear" >&2; exit 1; }
 sleep 0.5
 

@@ -16,7 +16,7 @@ trap 'kill "$pid" 2>/dev/null || true; rm -rf "$work"' EXIT
 
 "$binary" &
 pid=$!
-window=$(timeout 20 xdotool search --sync --onlyvisible --name '^Vantrel$' | head -n 1)
+window=$(find_windows '^Vantrel$' 20 | head -n 1)
 [ -n "$window" ] || { echo "the calculator window did not appear" >&2; exit 1; }
 # Without a window manager the keyboard follows the pointer: rest it on the window.
 xdotool mousemove --window "$window" 200 120
@@ -36,7 +36,7 @@ sleep 0.3
 xdotool key ctrl+2
 sleep 0.3
 xdotool key ctrl+s
-dialog=$(timeout 20 xdotool search --sync --onlyvisible --name '^Save Log$' | head -n 1)
+dialog=$(find_windows '^Save Log$' 20 | head -n 1)
 [ -n "$dialog" ] || { echo "the save dialog did not appear" >&2; exit 1; }
 xdotool mousemove --window "$dialog" 100 60
 sleep 0.3
@@ -57,6 +57,6 @@ grep -q 'CalculatorExpressionHistory=01:00:00.00|25\*2' "$work/config/Glessik/Va
 
 # A second start hands over to the running calculator and ends, leaving one window.
 timeout 10 "$binary" || { echo "the second start did not end by itself" >&2; exit 1; }
-windows=$(xdotool search --onlyvisible --name '^Vantrel$' | wc -l)
+windows=$(find_windows '^Vantrel$' | wc -l)
 kill -0 "$pid" && [ "$windows" -eq 1 ] || { echo "expected one calculator, found $windows" >&2; exit 1; }
 echo "window used from the keyboard, log saved, screenshot in $screenshot"
