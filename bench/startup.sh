@@ -1,14 +1,17 @@
 #!/usr/bin/env bash
 # Starts each program in turn, several rounds interleaved, in a real X server (Xvfb), and measures
 # the time from starting it to its window being on screen and its resident memory after a few
-# calculations typed into it. Prints each run, then the medians side by side with their ratio to
-# the first program's. It measures only; it never fails on a slow figure.
+# calculations typed into it. Prints each run, then the medians side by side with the median of
+# each round's ratio to the first program listed. It measures only; it never fails on a slow
+# figure.
 #
 #   bench/startup.sh [-n RUNS] [PROGRAM...]
 #
 # Defaults: 9 rounds of build/bin/vantrel-bare-window (one line edit, the yardstick) and
 # build/bin/vantrel. To compare two builds: bench/startup.sh BARE EARLIER/vantrel build/bin/vantrel
 set -euo pipefail
+# Decimal points, whatever the user's locale: EPOCHREALTIME, printf and sort -n all follow it.
+export LC_ALL=C.UTF-8
 
 runs=9
 if [ "${1:-}" = -n ]; then
@@ -25,20 +28,20 @@ fi
 work=$(mktemp -d)
 trap 'kill "${maps_PID:-}" 2>/dev/null; rm -rf "$work"' EXIT
 
-# Bash's own clock, in microseconds: no process started to read it, and a median finer than 1 ms.
-now_us() { echo "${EPOCHREALTIME/./}"; }
 
 median() { sort -n | awk '{ v[NR] = $1 } END { print (NR % 2) ? v[(NR + 1) / 2] : (v[NR / 2] + v[NR / 2 + 1]) / 2 }'; }
 
-# One start of program $2, the $1-th in the list: its figures go to $work/$1.shown and $1.rss.
+# One start of program $2, the $1-th in the list, in round $3: its figures go to $work/$1.shown and
+# $1.rss. The clock is bash's own, read in place in microseconds: reading it through a process or
+# a subshell would add the time to start one to every figure.
 measure() {
-    local index=$1 program=$2 start pid window shown rss_kb
+    local index=$1 program=$2 round=$3 start end pid window shown rss_kb line
     # Fresh preferences and instance socket each time, as on a first start.
-    export XDG_CONFIG_HOME=$work/config-$index-$run XDG_RUNTIME_DIR=$work/run-$index-$run
+    export XDG_CONFIG_HOME=$work/config-$index-$round XDG_RUNTIME_DIR=$work/run-$index-$round
     mkdir -m 700 "$XDG_RUNTIME_DIR"
     # Events left from the program before (its menus, its windows going away) are not this one's.
     while read -r -t 0.05 line <&"${maps[0]}"; do :; done
-    start=$(now_us)
+    start=${EPOCHREALTIME/./}
     "$program" 2>/dev/null &
     pid=$!
     # The first window mapped on the screen after the start. One watcher that the X server tells,
@@ -48,12 +51,13 @@ measure() {
             echo "$program ended without a window" >&2
             exit 1
         fi
-        if [ $(($(now_us) - start)) -gt 20000000 ]; then
+        if [ $((${EPOCHREALTIME/./} - start)) -gt 20000000 ]; then
             echo "$program: no window after 20 s" >&2
             exit 1
         fi
     done
-    shown=$(awk -v d=$(($(now_us) - start)) 'BEGIN { printf "%.1f", d / 1000 }')
+    end=${EPOCHREALTIME/./}
+    shown=$(awk -v d=$((end - start)) 'BEGIN { printf "%.1f", d / 1000 }')
     window=$(xdotool search --sync --onlyvisible --name '^Vantrel$' | head -n 1)
     xdotool mousemove --window "$window" 200 40 click 1
     for expression in '01:00:10.12|25+00:00:05.00' '00:42:17.03|29d*3' '(1:00+0123)*4/2'; do
@@ -79,7 +83,7 @@ programs=("$@")
 for run in $(seq 1 "$runs"); do
     for turn in $(seq 0 $((${#programs[@]} - 1))); do
         index=$(((turn + run) % ${#programs[@]}))
-        measure "$index" "${programs[$index]}"
+        measure "$index" "${programs[$index]}" "$run"
     done
 done
 
