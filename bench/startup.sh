@@ -87,8 +87,8 @@ for run in $(seq 1 "$runs"); do
     done
 done
 
-# The ratio is taken within each round, against the first program's start in that round, and
-# the median of those is given: a machine busier in one round than in another slows every program
+# The ratio is taken within each round, against the start of the first program listed in that
+# round, and the median of those is given: a machine busier in one round than in another slows every program
 # of the round alike, and the pairing cancels it.
 echo "medians of $runs interleaved runs (ratio: median of the rounds' ratios):"
 index=0

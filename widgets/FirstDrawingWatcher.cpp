@@ -2,7 +2,6 @@
 
 #include <QEvent>
 #include <QWidget>
-#include <utility>
 
 namespace vantrel {
 
@@ -41,7 +40,7 @@ bool FirstDrawingWatcher::eventFilter(QObject* watched, QEvent* event) {
 void FirstDrawingWatcher::runAction() {
     parent()->removeEventFilter(this);
     deleteLater();
-    if (m_context && m_action) std::exchange(m_action, nullptr)();
+    if (m_context) m_action();
 }
 
 }  // namespace vantrel
