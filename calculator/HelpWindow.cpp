@@ -1,9 +1,9 @@
 #include "HelpWindow.h"
 
+#include <QBuffer>
 #include <QImage>
-#include <QPainter>
+#include <QImageReader>
 #include <QRegularExpression>
-#include <QSvgRenderer>
 
 namespace vantrel {
 
@@ -19,13 +19,14 @@ HelpWindow::HelpWindow(QWidget* parent) : QTextBrowser(parent) {
 QVariant HelpWindow::loadResource(int type, const QUrl& name) {
     static const QString kDrawingScheme = QStringLiteral("vantrel-drawing");
     if (type == QTextDocument::ImageResource && name.scheme() == kDrawingScheme) {
-        QSvgRenderer renderer(m_drawings.value(name.path().toInt()).toUtf8());
-        QImage image(renderer.defaultSize() * devicePixelRatio(),
-                     QImage::Format_ARGB32_Premultiplied);
+        // Through Qt's SVG image plug-in, loaded with the first drawing: the calculator itself
+        // never needs an SVG renderer.
+        QByteArray drawing = m_drawings.value(name.path().toInt()).toUtf8();
+        QBuffer source(&drawing);
+        QImageReader reader(&source, "svg");
+        reader.setScaledSize(reader.size() * devicePixelRatio());
+        QImage image = reader.read();
         image.setDevicePixelRatio(devicePixelRatio());
-        image.fill(Qt::transparent);
-        QPainter painter(&image);
-        renderer.render(&painter);
         return image;
     }
     const QVariant resource = QTextBrowser::loadResource(type, name);

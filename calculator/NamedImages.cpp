@@ -3,27 +3,36 @@
 #include <QApplication>
 #include <QFile>
 #include <QIconEngine>
-#include <QImage>
+#include <QImageReader>
 #include <QPainter>
 #include <QPixmap>
 #include <QPixmapCache>
 #include <QStyle>
 #include <QStyleOption>
-#include <QSvgRenderer>
-#include <memory>
+#include <optional>
 
 namespace vantrel {
 
 namespace {
 
-// Draws one of the application's pictures, reading it when it is first drawn. Qt's own SVG icons
-// read the picture when the icon is made, to check it, and again for every size and mode they draw;
-// the window makes its icons while it starts, before it is shown. A picture drawn at one size and
-// mode is kept, under its name, for every icon of that name.
+// Left to guess, a reader loads every image format plug-in, the SVG one and its renderer with them,
+// before it reads a PNG.
+QImageReader& readsOnlyPng(QImageReader& reader) {
+    reader.setAutoDetectImageFormat(false);
+    return reader;
+}
+
+// One of the application's pictures. The sizes the window shows it at were drawn from its SVG while
+// building (under :/drawn, named by the picture's folder and name); any other size is drawn from
+// the SVG when asked for, through Qt's SVG image plug-in, which is loaded only then. Qt's own SVG
+// icons would link the SVG renderer into the program and read the picture when the icon is made. A
+// picture drawn at one size and mode is kept, under its name, for every icon of that name.
 class NamedImageEngine : public QIconEngine {
 public:
-    NamedImageEngine(QString path, QList<QSize> sizes)
-        : m_path(std::move(path)), m_sizes(std::move(sizes)) {}
+    NamedImageEngine(const QString& folder, const QString& name, QList<QSize> sizes)
+        : m_path(QStringLiteral(":/%1/%2.svg").arg(folder, name)),
+          m_drawn(QStringLiteral(":/drawn/%1/%2").arg(folder, name)),
+          m_sizes(std::move(sizes)) {}
 
     QIconEngine* clone() const override { return new NamedImageEngine(*this); }
     QString key() const override { return QStringLiteral("vantrel-named-image"); }
@@ -72,35 +81,47 @@ public:
 private:
     // The picture keeps its proportions within the size asked for.
     QSize drawnSize(const QSize& size) {
-        const QSize own = picture().defaultSize();
+        const QSize own = ownSize();
         if (own.isEmpty() || size.isEmpty()) return {};
         return own.scaled(size, Qt::KeepAspectRatio);
     }
 
-    QSvgRenderer& picture() {
-        if (!m_picture) m_picture = std::make_shared<QSvgRenderer>(m_path);
-        return *m_picture;
+    // The drawing at the picture's own size tells it from its header, without decoding pixels.
+    QSize ownSize() {
+        if (!m_ownSize) {
+            QImageReader drawing(m_drawn + QStringLiteral(".png"), "png");
+            m_ownSize = readsOnlyPng(drawing).size();
+        }
+        return *m_ownSize;
+    }
+
+    // Where a drawing of this size would have been made while building; a square picture is drawn
+    // at the sides listed for it.
+    QString readyDrawing(const QSize& size) {
+        const QSize own = ownSize();
+        if (size == own) return m_drawn + QStringLiteral(".png");
+        if (size == own * 2) return m_drawn + QStringLiteral("@2x.png");
+        return m_drawn + QStringLiteral("-%1.png").arg(size.width());
     }
 
     QPixmap render(const QSize& size) {
-        QImage image(size, QImage::Format_ARGB32_Premultiplied);
-        image.fill(Qt::transparent);
-        QPainter painter(&image);
-        picture().render(&painter);
-        painter.end();
-        return QPixmap::fromImage(std::move(image));
+        QImageReader drawing(readyDrawing(size), "png");
+        if (readsOnlyPng(drawing).size() == size) return QPixmap::fromImageReader(&drawing);
+        QImageReader picture(m_path);
+        picture.setScaledSize(size);
+        return QPixmap::fromImageReader(&picture);
     }
 
     QString m_path;
+    QString m_drawn;
     QList<QSize> m_sizes;
-    // Shared by the copies Qt makes of an icon: read once for all of them.
-    std::shared_ptr<QSvgRenderer> m_picture;
+    std::optional<QSize> m_ownSize;
 };
 
 }  // namespace
 
 QIcon namedImage(const QString& name) {
-    return QIcon(new NamedImageEngine(QStringLiteral(":/images/%1.svg").arg(name), {}));
+    return QIcon(new NamedImageEngine(QStringLiteral("images"), name, {}));
 }
 
 QIcon applicationIcon() {
@@ -108,7 +129,8 @@ QIcon applicationIcon() {
     for (const int side : {16, 22, 24, 32, 48, 64, 128}) sizes.append({side, side});
     // Kept once drawn, as the other pictures are: on X11 every new top-level window, down to each
     // menu and tool tip, hands the window manager the application icon at every offered size.
-    return QIcon(new NamedImageEngine(QStringLiteral(":/icons/com.glessik.Vantrel.svg"), sizes));
+    return QIcon(new NamedImageEngine(QStringLiteral("icons"),
+                                      QStringLiteral("com.glessik.Vantrel"), sizes));
 }
 
 }  // namespace vantrel

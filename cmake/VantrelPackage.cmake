@@ -24,6 +24,7 @@ set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_PACKAGE_HOMEPAGE "https://glessik.com/vantrel/")
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 # Qt loads its platform plugin (xcb) at run time, not through the linker, so dpkg-shlibdeps cannot
-# see it. The SVG library is linked; it is named as well, as it always was.
+# see it; the same goes for the SVG image plug-in, which draws the help page's drawings and the
+# pictures at sizes not drawn while building.
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "qt6-qpa-plugins, libqt6svg6")
 include(CPack)

@@ -1,6 +1,7 @@
 #include <QApplication>
 #include <QFile>
 #include <QImage>
+#include <QImageReader>
 #include <QMouseEvent>
 #include <QSizeGrip>
 #include <QTemporaryDir>
@@ -10,6 +11,7 @@
 
 #include "ControllerFixture.h"
 #include "LogFile.h"
+#include "NamedImages.h"
 #include "TestRows.h"
 
 namespace {
@@ -196,6 +198,28 @@ TEST_F(LogSaving, HelpOpensInAWindowOfItsOwnWithoutABrowser) {
                               ->resource(QTextDocument::ImageResource, QUrl("vantrel-drawing:1"))
                               .value<QImage>();
     EXPECT_EQ(figure.size() / figure.devicePixelRatio(), QSize(560, 560));
+}
+
+// The pictures drawn while building are what their SVGs draw at the sizes the window asks for: its
+// own, twice that, and the icon's listed sides. Compared without premultiplied alpha, as stored.
+TEST(Pictures, DrawnAheadAsTheirSvgsDraw) {
+    struct Row {
+        QString folder;
+        QString name;
+        QSize size;
+    };
+    for (const Row& row :
+         {Row{"images", "DisplayButton29d", {44, 22}}, Row{"images", "DisplayButton29n", {88, 44}},
+          Row{"images", "MiniResizeDark", {16, 16}}, Row{"icons", "com.glessik.Vantrel", {22, 22}},
+          Row{"icons", "com.glessik.Vantrel", {128, 128}}}) {
+        QImageReader svg(QStringLiteral(":/%1/%2.svg").arg(row.folder, row.name));
+        svg.setScaledSize(row.size);
+        const QIcon icon =
+            row.folder == "icons" ? vantrel::applicationIcon() : vantrel::namedImage(row.name);
+        EXPECT_EQ(icon.pixmap(row.size).toImage().convertToFormat(QImage::Format_ARGB32),
+                  svg.read().convertToFormat(QImage::Format_ARGB32))
+            << qPrintable(row.name) << " " << row.size.width();
+    }
 }
 
 }  // namespace

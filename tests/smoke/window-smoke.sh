@@ -2,8 +2,9 @@
 # Starts the real calculator in a real X server and uses it from the keyboard alone: types an
 # expression, finishes it with Return, opens and closes the history menu and presses Return again,
 # switches the display with a menu shortcut, saves the log through File > Save Log (Ctrl+S), takes
-# a screenshot and starts Vantrel a second time. Passes when the window appeared, the saved file
-# holds the calculation line in Mac OS Roman, and the second start handed over to the first.
+# a screenshot and starts Vantrel a second time. Passes when the window appeared and drew its
+# pictures without an SVG renderer, the saved file holds the calculation line in Mac OS Roman, and
+# the second start handed over to the first.
 #
 #   window-smoke.sh VANTREL_BINARY SCREENSHOT.xwd
 set -euo pipefail
@@ -25,6 +26,11 @@ sleep 0.3
 xdotool type --delay 20 '01:00:00.00|25*2'
 xdotool key Return
 sleep 0.6
+# Its pictures were drawn while building: showing them loads no SVG renderer.
+if grep -q libQt6Svg "/proc/$pid/maps"; then
+    echo "the window loaded an SVG renderer to draw its pictures" >&2
+    exit 1
+fi
 # A menu opened and closed between two Returns does not end the editing: the second Return logs
 # nothing more.
 xdotool key ctrl+r
