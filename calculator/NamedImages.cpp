@@ -3,24 +3,56 @@
 #include <QApplication>
 #include <QFile>
 #include <QIconEngine>
+#include <QImage>
 #include <QImageReader>
 #include <QPainter>
 #include <QPixmap>
 #include <QPixmapCache>
+#include <QResource>
 #include <QStyle>
 #include <QStyleOption>
+#include <cstdint>
+#include <cstring>
 #include <optional>
 
 namespace vantrel {
 
 namespace {
 
-// Left to guess, a reader loads every image format plug-in, the SVG one and its renderer with them,
-// before it reads a PNG.
-QImageReader& readsOnlyPng(QImageReader& reader) {
-    reader.setAutoDetectImageFormat(false);
-    return reader;
-}
+// A picture drawn while building by vantrel-render-pictures: its width and height as 32-bit
+// numbers, then its rows of premultiplied ARGB32 pixels. Read through Qt's image readers, a PNG
+// would first have every image format plug-in looked up on disk.
+class ReadyDrawing {
+public:
+    explicit ReadyDrawing(const QString& path) : m_bytes(QResource(path).uncompressedData()) {
+        std::uint32_t header[2] = {};
+        if (m_bytes.size() < kHeaderBytes) return;
+        std::memcpy(header, m_bytes.constData(), sizeof header);
+        const QSize size(static_cast<int>(header[0]), static_cast<int>(header[1]));
+        if (m_bytes.size() == kHeaderBytes + rowBytes(size) * size.height()) m_size = size;
+    }
+
+    // Empty where there is no such drawing, or no whole one.
+    QSize size() const { return m_size; }
+
+    QImage image() const {
+        if (m_size.isEmpty()) return {};
+        QImage image(m_size, QImage::Format_ARGB32_Premultiplied);
+        for (int y = 0; y < m_size.height(); ++y) {
+            std::memcpy(image.scanLine(y),
+                        m_bytes.constData() + kHeaderBytes + y * rowBytes(m_size),
+                        static_cast<std::size_t>(rowBytes(m_size)));
+        }
+        return image;
+    }
+
+private:
+    static constexpr qsizetype kHeaderBytes = 2 * sizeof(std::uint32_t);
+    static qsizetype rowBytes(QSize size) { return qsizetype{size.width()} * 4; }
+
+    QByteArray m_bytes;
+    QSize m_size;
+};
 
 // One of the application's pictures. The sizes the window shows it at were drawn from its SVG while
 // building (under :/drawn, named by the picture's folder and name); any other size is drawn from
@@ -86,27 +118,24 @@ private:
         return own.scaled(size, Qt::KeepAspectRatio);
     }
 
-    // The drawing at the picture's own size tells it from its header, without decoding pixels.
+    // The drawing at the picture's own size tells it.
     QSize ownSize() {
-        if (!m_ownSize) {
-            QImageReader drawing(m_drawn + QStringLiteral(".png"), "png");
-            m_ownSize = readsOnlyPng(drawing).size();
-        }
+        if (!m_ownSize) m_ownSize = ReadyDrawing(m_drawn + QStringLiteral(".pixels")).size();
         return *m_ownSize;
     }
 
     // Where a drawing of this size would have been made while building; a square picture is drawn
     // at the sides listed for it.
-    QString readyDrawing(const QSize& size) {
+    QString readyDrawingPath(const QSize& size) {
         const QSize own = ownSize();
-        if (size == own) return m_drawn + QStringLiteral(".png");
-        if (size == own * 2) return m_drawn + QStringLiteral("@2x.png");
-        return m_drawn + QStringLiteral("-%1.png").arg(size.width());
+        if (size == own) return m_drawn + QStringLiteral(".pixels");
+        if (size == own * 2) return m_drawn + QStringLiteral("@2x.pixels");
+        return m_drawn + QStringLiteral("-%1.pixels").arg(size.width());
     }
 
     QPixmap render(const QSize& size) {
-        QImageReader drawing(readyDrawing(size), "png");
-        if (readsOnlyPng(drawing).size() == size) return QPixmap::fromImageReader(&drawing);
+        const ReadyDrawing drawing(readyDrawingPath(size));
+        if (drawing.size() == size) return QPixmap::fromImage(drawing.image());
         QImageReader picture(m_path);
         picture.setScaledSize(size);
         return QPixmap::fromImageReader(&picture);

@@ -1,14 +1,18 @@
-// Draws one of the application's SVG pictures into PNGs while building, at the sizes the window
-// shows it: NAME.png at the picture's own size, NAME@2x.png at twice that, NAME-SIDE.png for each
-// SIDE given. The window then reads ready pixels at start-up instead of loading an SVG renderer.
+// Draws one of the application's SVG pictures while building, at the sizes the window shows it:
+// NAME.pixels at the picture's own size, NAME@2x.pixels at twice that, NAME-SIDE.pixels for each
+// SIDE given. Each file is the width and the height as 32-bit numbers, then the rows of
+// premultiplied ARGB32 pixels, all in this machine's byte order: the window takes them as they are,
+// with neither an SVG renderer nor an image decoder and its plug-in search.
 //
 //   vantrel-render-pictures PICTURE.svg OUTPUT_FOLDER [SIDE...]
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QImage>
 #include <QPainter>
 #include <QSvgRenderer>
+#include <cstdint>
 #include <cstdio>
 
 namespace {
@@ -19,7 +23,18 @@ bool drawInto(QSvgRenderer& picture, QSize size, const QString& path) {
     QPainter painter(&image);
     picture.render(&painter);
     painter.end();
-    if (image.save(path, "PNG")) return true;
+    const std::uint32_t header[] = {static_cast<std::uint32_t>(size.width()),
+                                    static_cast<std::uint32_t>(size.height())};
+    const auto rowBytes = static_cast<qint64>(size.width()) * 4;
+    QFile file(path);
+    bool written =
+        file.open(QIODevice::WriteOnly) &&
+        file.write(reinterpret_cast<const char*>(header), sizeof header) == sizeof header;
+    for (int y = 0; written && y < size.height(); ++y) {
+        written =
+            file.write(reinterpret_cast<const char*>(image.constScanLine(y)), rowBytes) == rowBytes;
+    }
+    if (written && file.flush()) return true;
     std::fprintf(stderr, "cannot write %s\n", qPrintable(path));
     return false;
 }
@@ -41,8 +56,8 @@ int main(int argc, char* argv[]) {
     const QDir folder(QString::fromLocal8Bit(argv[2]));
     const QString name = QFileInfo(source).completeBaseName();
     const QSize own = picture.defaultSize();
-    bool written = drawInto(picture, own, folder.filePath(name + QStringLiteral(".png"))) &&
-                   drawInto(picture, own * 2, folder.filePath(name + QStringLiteral("@2x.png")));
+    bool written = drawInto(picture, own, folder.filePath(name + QStringLiteral(".pixels"))) &&
+                   drawInto(picture, own * 2, folder.filePath(name + QStringLiteral("@2x.pixels")));
     for (int i = 3; written && i < argc; ++i) {
         const int side = QString::fromLocal8Bit(argv[i]).toInt();
         if (side <= 0) {
@@ -50,7 +65,7 @@ int main(int argc, char* argv[]) {
             return 2;
         }
         written = drawInto(picture, own.scaled(side, side, Qt::KeepAspectRatio),
-                           folder.filePath(QStringLiteral("%1-%2.png").arg(name).arg(side)));
+                           folder.filePath(QStringLiteral("%1-%2.pixels").arg(name).arg(side)));
     }
     return written ? 0 : 1;
 }
