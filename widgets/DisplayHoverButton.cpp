@@ -2,8 +2,25 @@
 
 #include <QCursor>
 #include <QPainter>
+#include <QTimer>
+#include <optional>
 
 namespace vantrel {
+
+namespace {
+
+// Where the pointer is. Each answer is a round trip to the display server, slow over a remote
+// connection; the buttons a window shows together, in one pass of the event loop, share one.
+QPoint pointerPosition() {
+    static std::optional<QPoint> answer;
+    if (!answer) {
+        answer = QCursor::pos();
+        QTimer::singleShot(0, [] { answer.reset(); });
+    }
+    return *answer;
+}
+
+}  // namespace
 
 DisplayHoverButton::DisplayHoverButton(QWidget* parent) : QToolButton(parent) {
     setFocusPolicy(Qt::TabFocus);
@@ -14,7 +31,7 @@ DisplayHoverButton::DisplayHoverButton(QWidget* parent) : QToolButton(parent) {
 // the appearance alone, so the button notes here whether the mouse is already over it.
 void DisplayHoverButton::showEvent(QShowEvent* event) {
     QToolButton::showEvent(event);
-    const QPoint mouse = mapFromGlobal(QCursor::pos());
+    const QPoint mouse = mapFromGlobal(pointerPosition());
     m_ignoreEnterUntilLeave = m_fitsImage ? mask().contains(mouse) : rect().contains(mouse);
 }
 
