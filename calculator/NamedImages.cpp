@@ -28,27 +28,33 @@ public:
         std::uint32_t header[2] = {};
         if (m_bytes.size() < kHeaderBytes) return;
         std::memcpy(header, m_bytes.constData(), sizeof header);
+        if (header[0] == 0 || header[0] > kLargestSide || header[1] == 0 ||
+            header[1] > kLargestSide) {
+            return;
+        }
         const QSize size(static_cast<int>(header[0]), static_cast<int>(header[1]));
-        if (m_bytes.size() == kHeaderBytes + rowBytes(size) * size.height()) m_size = size;
+        if (m_bytes.size() == kHeaderBytes + qsizetype{size.width()} * size.height() * 4) {
+            m_size = size;
+        }
     }
 
     // Empty where there is no such drawing, or no whole one.
     QSize size() const { return m_size; }
 
+    // Rows of ARGB32 pixels are never padded: the drawing's pixels are the image's bytes.
     QImage image() const {
-        if (m_size.isEmpty()) return {};
         QImage image(m_size, QImage::Format_ARGB32_Premultiplied);
-        for (int y = 0; y < m_size.height(); ++y) {
-            std::memcpy(image.scanLine(y),
-                        m_bytes.constData() + kHeaderBytes + y * rowBytes(m_size),
-                        static_cast<std::size_t>(rowBytes(m_size)));
+        if (!image.isNull() && image.sizeInBytes() == m_bytes.size() - kHeaderBytes) {
+            std::memcpy(image.bits(), m_bytes.constData() + kHeaderBytes,
+                        static_cast<std::size_t>(image.sizeInBytes()));
         }
         return image;
     }
 
 private:
     static constexpr qsizetype kHeaderBytes = 2 * sizeof(std::uint32_t);
-    static qsizetype rowBytes(QSize size) { return qsizetype{size.width()} * 4; }
+    // Far beyond any picture of ours, and small enough that the size in bytes cannot overflow.
+    static constexpr std::uint32_t kLargestSide = 32767;
 
     QByteArray m_bytes;
     QSize m_size;
@@ -63,7 +69,7 @@ class NamedImageEngine : public QIconEngine {
 public:
     NamedImageEngine(const QString& folder, const QString& name, QList<QSize> sizes)
         : m_path(QStringLiteral(":/%1/%2.svg").arg(folder, name)),
-          m_drawn(QStringLiteral(":/drawn/%1/%2").arg(folder, name)),
+          m_drawnPrefix(QStringLiteral(":/drawn/%1/%2").arg(folder, name)),
           m_sizes(std::move(sizes)) {}
 
     QIconEngine* clone() const override { return new NamedImageEngine(*this); }
@@ -120,7 +126,7 @@ private:
 
     // The drawing at the picture's own size tells it.
     QSize ownSize() {
-        if (!m_ownSize) m_ownSize = ReadyDrawing(m_drawn + QStringLiteral(".pixels")).size();
+        if (!m_ownSize) m_ownSize = ReadyDrawing(m_drawnPrefix + QStringLiteral(".pixels")).size();
         return *m_ownSize;
     }
 
@@ -128,9 +134,9 @@ private:
     // at the sides listed for it.
     QString readyDrawingPath(const QSize& size) {
         const QSize own = ownSize();
-        if (size == own) return m_drawn + QStringLiteral(".pixels");
-        if (size == own * 2) return m_drawn + QStringLiteral("@2x.pixels");
-        return m_drawn + QStringLiteral("-%1.pixels").arg(size.width());
+        if (size == own) return m_drawnPrefix + QStringLiteral(".pixels");
+        if (size == own * 2) return m_drawnPrefix + QStringLiteral("@2x.pixels");
+        return m_drawnPrefix + QStringLiteral("-%1.pixels").arg(size.width());
     }
 
     QPixmap render(const QSize& size) {
@@ -138,11 +144,19 @@ private:
         if (drawing.size() == size) return QPixmap::fromImage(drawing.image());
         QImageReader picture(m_path);
         picture.setScaledSize(size);
-        return QPixmap::fromImageReader(&picture);
+        QPixmap drawn = QPixmap::fromImageReader(&picture);
+        if (!drawn.isNull()) return drawn;
+        // Without Qt's SVG plug-in the picture is still there, if less sharp: a blank button could
+        // be neither seen nor found.
+        qWarning("Cannot draw %s at %dx%d: %s", qPrintable(m_path), size.width(), size.height(),
+                 qPrintable(picture.errorString()));
+        const ReadyDrawing larger(m_drawnPrefix + QStringLiteral("@2x.pixels"));
+        return QPixmap::fromImage(
+            larger.image().scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
     }
 
     QString m_path;
-    QString m_drawn;
+    QString m_drawnPrefix;
     QList<QSize> m_sizes;
     std::optional<QSize> m_ownSize;
 };

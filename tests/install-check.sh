@@ -41,4 +41,6 @@ deb=$(ls "$scratch"/package/vantrel_*_*.deb)
 dpkg-deb -x "$deb" "$scratch/unpacked"
 check_tree "$scratch/unpacked/usr"
 dpkg-deb -f "$deb" Depends | grep -q 'libqt6widgets6'
+# Qt's SVG image plug-in, loaded at run time, draws the help page's drawings.
+dpkg-deb -f "$deb" Depends | grep -q 'libqt6svg6'
 echo "installed, packaged as $(basename "$deb") and validated"

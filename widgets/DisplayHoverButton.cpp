@@ -1,5 +1,6 @@
 #include "DisplayHoverButton.h"
 
+#include <QApplication>
 #include <QCursor>
 #include <QPainter>
 #include <QTimer>
@@ -15,7 +16,7 @@ QPoint pointerPosition() {
     static std::optional<QPoint> answer;
     if (!answer) {
         answer = QCursor::pos();
-        QTimer::singleShot(0, [] { answer.reset(); });
+        QTimer::singleShot(0, qApp, [] { answer.reset(); });
     }
     return *answer;
 }

@@ -2,9 +2,9 @@
 # Starts the real calculator in a real X server and uses it from the keyboard alone: types an
 # expression, finishes it with Return, opens and closes the history menu and presses Return again,
 # switches the display with a menu shortcut, saves the log through File > Save Log (Ctrl+S), takes
-# a screenshot and starts Vantrel a second time. Passes when the window appeared and drew its
-# pictures without an SVG renderer, the saved file holds the calculation line in Mac OS Roman, and
-# the second start handed over to the first.
+# a screenshot and starts Vantrel a second time, then once more at twice the pixels. Passes when the
+# window appeared and drew its pictures without an SVG renderer at both scales, the saved file holds
+# the calculation line in Mac OS Roman, and the second start handed over to the first.
 #
 #   window-smoke.sh VANTREL_BINARY SCREENSHOT.xwd
 set -euo pipefail
@@ -65,4 +65,19 @@ grep -q 'CalculatorExpressionHistory=01:00:00.00|25\*2' "$work/config/Glessik/Va
 timeout 10 "$binary" || { echo "the second start did not end by itself" >&2; exit 1; }
 windows=$(find_windows '^Vantrel$' | wc -l)
 kill -0 "$pid" && [ "$windows" -eq 1 ] || { echo "expected one calculator, found $windows" >&2; exit 1; }
+
+# At two device pixels to a point, too, the pictures and the window icon were drawn while building.
+kill "$pid"
+wait "$pid" 2>/dev/null || true
+QT_SCALE_FACTOR=2 "$binary" &
+pid=$!
+[ -n "$(find_windows '^Vantrel$' 20)" ] && kill -0 "$pid" || {
+    echo "the calculator did not start again at twice the pixels" >&2
+    exit 1
+}
+sleep 0.5
+if grep -q libQt6Svg "/proc/$pid/maps"; then
+    echo "at twice the pixels the window loaded an SVG renderer to draw its pictures" >&2
+    exit 1
+fi
 echo "window used from the keyboard, log saved, screenshot in $screenshot"
