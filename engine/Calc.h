@@ -84,9 +84,9 @@ public:
     /// ("1:0:5" → "01:00:05.00|25" at 25 fps), written in the current notation. Used for the log
     /// and the history.
     std::string beautifyExpression(std::string_view expression) const;
-    /// The replacement callbacks of beautifyExpression(), one per pattern.
-    std::string beautifyTimestamp(const RegexMatch& match) const;
-    std::string beautifyShortTimestamp(const RegexMatch& match) const;
+    /// What beautifyExpression() writes for each full form and each short form that it finds.
+    std::string beautifyTimestamp(std::string_view text, TextRange found) const;
+    std::string beautifyShortTimestamp(std::string_view text, TextRange found) const;
     /// One full-form timestamp ("1:2:3.4|23n") in normalised full form ("01:02:03.04|23n"), in the
     /// current notation.
     std::string beautifyTimestampString(std::string_view timestamp) const;

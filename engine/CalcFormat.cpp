@@ -14,21 +14,19 @@ namespace vantrel {
 
 namespace {
 
-// The possessive "?+" groups make this find only timestamps with two colons: "12:34" and
-// "0:30.00" are never rewritten, while "::5" is. Three frame digits are read where the grammar
-// takes them: before the suffix of a rate of 120 labels a second, or at such a current rate.
-const Regex& fullFormPattern(FrameField field) {
-    static const Regex twoDigits(
-        R"(0*((\d{0,2}:)?+\d{0,2})?+:\d{1,2}(\.(?:\d{3}(?=\|(?:119[dn]|120))|\d{1,2}))"
-        R"((\|(?:100|119[dn]|120|\d{2,2}(d|n)?))?+)?+)");
-    static const Regex threeDigits(
-        R"(0*((\d{0,2}:)?+\d{0,2})?+:\d{1,2}(\.\d{1,3}(\|(?:100|119[dn]|120|\d{2,2}(d|n)?))?+)?+)");
-    return field == FrameField::TwoDigits ? twoDigits : threeDigits;
-}
-
-const Regex& shortFormPattern() {
-    static const Regex pattern(R"(\b0\d{2,8}(\|(?:100|119[dn]|120|\d{1,2}(d|n)?))?)");
-    return pattern;
+// Replaces every range that `next` finds, left to right and without overlap, by what `replacement`
+// makes of it.
+template <typename Next, typename Replacement>
+std::string replaceEach(std::string_view text, Next next, Replacement replacement) {
+    std::string result;
+    std::size_t copied = 0;
+    for (auto found = next(text, 0); found; found = next(text, copied)) {
+        result.append(text.substr(copied, found->location - copied));
+        result.append(replacement(*found));
+        copied = found->location + found->length;
+    }
+    result.append(text.substr(copied));
+    return result;
 }
 
 // Frame fields have three digits at the rates of 120 labels a second, two elsewhere.
@@ -83,30 +81,32 @@ std::string Calc::beautifyExpression(std::string_view expression) const {
     std::vector<TextRange> written;
     std::size_t before = 0;
     std::size_t after = 0;
-    const std::string fullForms =
-        fullFormPattern(frameField()).replaceAll(compact, [&](const RegexMatch& match) {
-            std::string fullForm = beautifyTimestamp(match);
-            const TextRange range = match.range();
-            written.push_back({range.location - before + after, fullForm.size()});
-            before += range.length;
-            after += fullForm.size();
-            return fullForm;
-        });
-    return shortFormPattern().replaceAll(fullForms, [&](const RegexMatch& match) {
-        const std::size_t start = match.range().location;
+    const auto nextFullForm = [field = frameField()](std::string_view text, std::size_t from) {
+        return timestamp_text::nextFullForm(text, from, field);
+    };
+    const std::string fullForms = replaceEach(compact, nextFullForm, [&](TextRange found) {
+        std::string fullForm = beautifyTimestamp(compact, found);
+        written.push_back({found.location - before + after, fullForm.size()});
+        before += found.length;
+        after += fullForm.size();
+        return fullForm;
+    });
+    return replaceEach(fullForms, timestamp_text::nextShortForm, [&](TextRange found) {
+        const std::size_t start = found.location;
         const bool insideFullForm = std::any_of(written.begin(), written.end(), [start](auto r) {
             return start >= r.location && start < r.location + r.length;
         });
-        return insideFullForm ? std::string(match.matchedString()) : beautifyShortTimestamp(match);
+        return insideFullForm ? std::string(found.in(fullForms))
+                              : beautifyShortTimestamp(fullForms, found);
     });
 }
 
-std::string Calc::beautifyTimestamp(const RegexMatch& match) const {
-    return beautifyTimestampString(match.matchedString());
+std::string Calc::beautifyTimestamp(std::string_view text, TextRange found) const {
+    return beautifyTimestampString(found.in(text));
 }
 
-std::string Calc::beautifyShortTimestamp(const RegexMatch& match) const {
-    return beautifyShortTimestampString(match.matchedString());
+std::string Calc::beautifyShortTimestamp(std::string_view text, TextRange found) const {
+    return beautifyShortTimestampString(found.in(text));
 }
 
 std::string Calc::beautifyTimestampString(std::string_view timestamp) const {

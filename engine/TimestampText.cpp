@@ -60,6 +60,52 @@ std::optional<std::array<std::size_t, 3>> smpteSeparators(std::string_view text,
     return separators;
 }
 
+bool isAt(std::string_view text, std::size_t position, char c) {
+    return position < text.size() && text[position] == c;
+}
+
+bool isDigitAt(std::string_view text, std::size_t position) {
+    return position < text.size() && isDigit(text[position]);
+}
+
+// The position after at most `most` digits from the position.
+std::size_t afterDigits(std::string_view text, std::size_t position, std::size_t most) {
+    std::size_t end = position;
+    while (end - position < most && isDigitAt(text, end)) ++end;
+    return end;
+}
+
+bool isWordCharacter(char c) {
+    return isDigit(c) || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_';
+}
+
+// After a rate suffix that starts at the position, as "\|(?:100|119[dn]|120|\d{W}(d|n)?)" reads
+// it with W digits taken `fewestDigits` to two; the position itself where there is none. The
+// alternatives are tried in that order and the first that fits is taken, "|1190" reading "|11".
+std::size_t afterSuffix(std::string_view text, std::size_t position, std::size_t fewestDigits) {
+    if (!isAt(text, position, '|')) return position;
+    const std::string_view rest = text.substr(position + 1);
+    const std::size_t start = position + 1;
+    if (rest.starts_with("100") || rest.starts_with("120")) return start + 3;
+    if (rest.starts_with("119d") || rest.starts_with("119n")) return start + 4;
+    std::size_t end = afterDigits(text, start, 2);
+    if (end - start < fewestDigits) return position;
+    if (isAt(text, end, 'd') || isAt(text, end, 'n')) ++end;
+    return end;
+}
+
+// After the frames and the suffix of a full form, when the frames' point is at the position.
+std::size_t afterFrames(std::string_view text, std::size_t point, FrameField field) {
+    if (!isAt(text, point, '.') || !isDigitAt(text, point + 1)) return point;
+    std::size_t end = afterDigits(text, point + 1, 3);
+    // Two-digit fields take a third digit only before a suffix whose rate has three.
+    if (field == FrameField::TwoDigits &&
+        !(end - point == 4 && startsWithThreeDigitSuffix(text.substr(end)))) {
+        end = afterDigits(text, point + 1, 2);
+    }
+    return afterSuffix(text, end, 2);
+}
+
 }  // namespace
 
 std::string withoutSpaces(std::string_view text) {
@@ -121,6 +167,37 @@ std::string classicFromSmpte(std::string_view text, FrameField field) {
         while (position < text.size() && isDigit(text[position])) ++position;
     }
     return classic;
+}
+
+std::optional<TextRange> nextFullForm(std::string_view text, std::size_t from, FrameField field) {
+    // Past the leading zeros (0*) and the end of the digits they lead; both only move on, so the
+    // search stays linear however long a run of digits is.
+    std::size_t pastZeros = from;
+    std::size_t digitsEnd = from;
+    for (std::size_t start = from; start < text.size(); ++start) {
+        pastZeros = std::max(pastZeros, start);
+        while (isAt(text, pastZeros, '0')) ++pastZeros;
+        digitsEnd = std::max(digitsEnd, start);
+        while (isDigitAt(text, digitsEnd)) ++digitsEnd;
+        // The first group, never given back, takes up to two digits and a colon: the one after
+        // the digits. With fewer zeros taken it would only start further back in the same digits.
+        if (digitsEnd - pastZeros > 2 || !isAt(text, digitsEnd, ':')) continue;
+        const std::size_t secondColon = afterDigits(text, digitsEnd + 1, 2);
+        if (!isAt(text, secondColon, ':') || !isDigitAt(text, secondColon + 1)) continue;
+        const std::size_t seconds = afterDigits(text, secondColon + 1, 2);
+        return TextRange{start, afterFrames(text, seconds, field) - start};
+    }
+    return std::nullopt;
+}
+
+std::optional<TextRange> nextShortForm(std::string_view text, std::size_t from) {
+    for (std::size_t start = from; start < text.size(); ++start) {
+        if (text[start] != '0' || (start > 0 && isWordCharacter(text[start - 1]))) continue;
+        const std::size_t digitsEnd = afterDigits(text, start + 1, 8);
+        if (digitsEnd - start < 3) continue;
+        return TextRange{start, afterSuffix(text, digitsEnd, 1) - start};
+    }
+    return std::nullopt;
 }
 
 }  // namespace vantrel::timestamp_text

@@ -1,10 +1,12 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "Grammar.h"
+#include "Regex.h"
 
 // Text steps shared by the timestamp formatter and the timestamp readers.
 namespace vantrel::timestamp_text {
@@ -30,5 +32,16 @@ std::string classicFromSmpte(std::string_view text, FrameField field = FrameFiel
 
 /// Whether the text starts with the rate suffix of a rate whose frame field has three digits.
 bool startsWithThreeDigitSuffix(std::string_view text);
+
+/// The first full form at or after `from` that normalising rewrites, as the pattern
+/// 0*((\d{0,2}:)?+\d{0,2})?+:\d{1,2}(\.FRAMES(\|(?:100|119[dn]|120|\d{2,2}(d|n)?))?+)?+ finds it,
+/// FRAMES being \d{3}(?=\|(?:119[dn]|120))|\d{1,2} for two-digit frame fields, \d{1,3} for
+/// three. The possessive groups make it a timestamp with two colons: "12:34" and "0:30.00" are
+/// never found, "::5" and "1:2:3" are.
+std::optional<TextRange> nextFullForm(std::string_view text, std::size_t from, FrameField field);
+
+/// The first short form at or after `from`, as \b0\d{2,8}(\|(?:100|119[dn]|120|\d{1,2}(d|n)?))?
+/// finds it: a 0 that starts a word, two to eight more digits and the rate suffix typed after them.
+std::optional<TextRange> nextShortForm(std::string_view text, std::size_t from);
 
 }  // namespace vantrel::timestamp_text
