@@ -64,13 +64,18 @@ private:
 // building (under :/drawn, named by the picture's folder and name); any other size is drawn from
 // the SVG when asked for, through Qt's SVG image plug-in, which is loaded only then. Qt's own SVG
 // icons would link the SVG renderer into the program and read the picture when the icon is made. A
-// picture drawn at one size and mode is kept, under its name, for every icon of that name.
+// picture drawn at one size and mode is kept, under its name, for every icon of that name, unless
+// it is one that is only handed on.
 class NamedImageEngine : public QIconEngine {
 public:
-    NamedImageEngine(const QString& folder, const QString& name, QList<QSize> sizes)
+    enum class Drawings { Kept, HandedOn };
+
+    NamedImageEngine(const QString& folder, const QString& name, QList<QSize> sizes,
+                     Drawings drawings)
         : m_path(QStringLiteral(":/%1/%2.svg").arg(folder, name)),
           m_drawnPrefix(QStringLiteral(":/drawn/%1/%2").arg(folder, name)),
-          m_sizes(std::move(sizes)) {}
+          m_sizes(std::move(sizes)),
+          m_drawings(drawings) {}
 
     QIconEngine* clone() const override { return new NamedImageEngine(*this); }
     QString key() const override { return QStringLiteral("vantrel-named-image"); }
@@ -93,7 +98,7 @@ public:
                                      .arg(size.height())
                                      .arg(mode);
         QPixmap result;
-        if (QPixmapCache::find(cacheKey, &result)) return result;
+        if (m_drawings == Drawings::Kept && QPixmapCache::find(cacheKey, &result)) return result;
         const QSize drawn = drawnSize(size);
         if (drawn.isEmpty()) return {};
         result = render(drawn);
@@ -105,7 +110,7 @@ public:
                 QApplication::style()->generatedIconPixmap(mode, result, &option);
             if (!styled.isNull()) result = styled;
         }
-        QPixmapCache::insert(cacheKey, result);
+        if (m_drawings == Drawings::Kept) QPixmapCache::insert(cacheKey, result);
         return result;
     }
 
@@ -158,22 +163,27 @@ private:
     QString m_path;
     QString m_drawnPrefix;
     QList<QSize> m_sizes;
+    Drawings m_drawings;
     std::optional<QSize> m_ownSize;
 };
 
 }  // namespace
 
 QIcon namedImage(const QString& name) {
-    return QIcon(new NamedImageEngine(QStringLiteral("images"), name, {}));
+    return QIcon(
+        new NamedImageEngine(QStringLiteral("images"), name, {}, NamedImageEngine::Drawings::Kept));
 }
 
 QIcon applicationIcon() {
     QList<QSize> sizes;
     for (const int side : {16, 22, 24, 32, 48, 64, 128}) sizes.append({side, side});
-    // Kept once drawn, as the other pictures are: on X11 every new top-level window, down to each
-    // menu and tool tip, hands the window manager the application icon at every offered size.
+    // On X11 every new top-level window, down to each menu and tool tip, hands the window manager
+    // the application icon at every offered size, and the window manager keeps its own copy. Taken
+    // again from the drawings each time (a fraction of a millisecond), they need not stay here too:
+    // 100 KB, four times that at two device pixels to a point.
     return QIcon(new NamedImageEngine(QStringLiteral("icons"),
-                                      QStringLiteral("com.glessik.Vantrel"), sizes));
+                                      QStringLiteral("com.glessik.Vantrel"), sizes,
+                                      NamedImageEngine::Drawings::HandedOn));
 }
 
 }  // namespace vantrel
