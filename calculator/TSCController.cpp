@@ -235,7 +235,11 @@ void TSCController::initialize() {
     setDisplayCalcModeTime(true);
     m_expressionHistory =
         ExpressionHistory(m_preferences.stringList(QStringLiteral("CalculatorExpressionHistory")));
+    // At the collapsed height the log has no room: left out of the first show, it costs nothing
+    // until the window is first made taller, and from then on it stays in the layout.
+    m_ui->logArea->hide();
     restoreWindowFrame();
+    showLogAreaIfRoom();
     // The calculator is for typing: the expression field has the keyboard from the start.
     m_ui->inputField->setFocus();
 }

@@ -213,6 +213,7 @@ private:
     void emptyLog();
     void showLogPictures(bool expanded);
     void showLog(bool expanded);
+    void showLogAreaIfRoom();
     void settleHeight();
     void finishWindowAnimation();
     void setIndex(int& field, int index, const char* key, void (TSCController::*recompute)());

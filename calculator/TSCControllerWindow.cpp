@@ -20,11 +20,16 @@ void TSCController::setLogButtonsEnabled(bool enabled) {
 // The log and its buttons follow whether the log shows; a hidden log takes no focus, so that Tab
 // never leads the keys into it.
 void TSCController::showLog(bool expanded) {
+    if (expanded) m_ui->logArea->show();
     m_logExpanded = expanded;
     setLogButtonsEnabled(expanded);
     showLogPictures(expanded);
     m_ui->calcLog->setFocusPolicy(expanded ? Qt::StrongFocus : Qt::NoFocus);
     if (!expanded && m_ui->calcLog->hasFocus()) m_ui->inputField->setFocus();
+}
+
+void TSCController::showLogAreaIfRoom() {
+    if (m_window->height() > static_cast<int>(kCollapsedHeight)) m_ui->logArea->show();
 }
 
 void TSCController::showLogPictures(bool expanded) {
@@ -120,6 +125,7 @@ bool TSCController::eventFilter(QObject* watched, QEvent* event) {
         return true;
     }
     if (event->type() == QEvent::Move) windowDidMove();
+    if (event->type() == QEvent::Resize) showLogAreaIfRoom();
     if (event->type() == QEvent::Resize && !m_animating && m_window->isVisible()) {
         // The log follows the bands live; the height itself waits until the drag has settled.
         windowWillResize(m_window->size());
