@@ -44,10 +44,9 @@ public:
     // Rows of ARGB32 pixels are never padded: the drawing's pixels are the image's bytes.
     QImage image() const {
         QImage image(m_size, QImage::Format_ARGB32_Premultiplied);
-        if (!image.isNull() && image.sizeInBytes() == m_bytes.size() - kHeaderBytes) {
-            std::memcpy(image.bits(), m_bytes.constData() + kHeaderBytes,
-                        static_cast<std::size_t>(image.sizeInBytes()));
-        }
+        if (image.isNull() || image.sizeInBytes() != m_bytes.size() - kHeaderBytes) return {};
+        std::memcpy(image.bits(), m_bytes.constData() + kHeaderBytes,
+                    static_cast<std::size_t>(image.sizeInBytes()));
         return image;
     }
 
