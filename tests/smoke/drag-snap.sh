@@ -10,7 +10,7 @@ set -euo pipefail
 binary=$1
 
 . "$(dirname "$0")/x-session.sh"
-trap 'kill "$pid" "$wm" 2>/dev/null || true; rm -rf "$work"' EXIT
+trap 'kill ${pid:-} ${wm:-} "$x_server" 2>/dev/null || true; rm -rf "$work"' EXIT
 
 openbox --config-file /etc/xdg/openbox/rc.xml >/dev/null 2>&1 &
 wm=$!

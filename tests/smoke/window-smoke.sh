@@ -13,7 +13,7 @@ binary=$1
 screenshot=$2
 
 . "$(dirname "$0")/x-session.sh"
-trap 'kill "$pid" 2>/dev/null || true; rm -rf "$work"' EXIT
+trap 'kill ${pid:-} "$x_server" 2>/dev/null || true; rm -rf "$work"' EXIT
 
 "$binary" &
 pid=$!

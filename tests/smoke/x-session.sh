@@ -1,10 +1,18 @@
-# Sourced by the smoke tests with their arguments: runs the test again inside a fresh X server,
-# then gives the calculator preferences and an instance socket of its own in the scratch folder
-# $work, so that a copy the user runs meanwhile is neither read nor disturbed.
-if [ -z "${VANTREL_X_SESSION:-}" ]; then
-    export VANTREL_X_SESSION=1
-    exec xvfb-run -a -s "-screen 0 1024x768x24" "$0" "$@"
-fi
+# Sourced by the smoke tests: starts a fresh X server of the test's own ($x_server, for the test to
+# stop), then gives the calculator preferences and an instance socket of its own in the scratch
+# folder $work, so that a copy the user runs meanwhile is neither read nor disturbed.
+
+# The server picks a free display itself and names it (-displayfd): two tests started together
+# never share one, as they can with xvfb-run -a. It stays up when its last client goes (-noreset):
+# while it would reset, a program started again could not connect.
+x_ready=$(mktemp -u)
+mkfifo "$x_ready"
+Xvfb -displayfd 3 -screen 0 1024x768x24 -nolisten tcp -noreset 3>"$x_ready" >/dev/null 2>&1 &
+x_server=$!
+read -r x_display <"$x_ready" || true
+rm -f "$x_ready"
+[ -n "$x_display" ] || { echo "no X server started" >&2; exit 1; }
+export DISPLAY=:$x_display
 
 work=$(mktemp -d)
 export XDG_CONFIG_HOME=$work/config
