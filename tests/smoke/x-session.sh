@@ -1,20 +1,30 @@
-# Sourced by the smoke tests: starts a fresh X server of the test's own ($x_server, for the test to
-# stop), then gives the calculator preferences and an instance socket of its own in the scratch
-# folder $work, so that a copy the user runs meanwhile is neither read nor disturbed.
+# Sourced by the smoke tests: starts a fresh X server of the test's own ($x_server, which the test's
+# exit trap stops), then gives the calculator preferences and an instance socket of its own in the
+# scratch folder $work, so that a copy the user runs meanwhile is neither read nor disturbed.
+work=$(mktemp -d)
+# Until the test sets its own trap, which stops the server too.
+trap 'kill ${x_server:-} 2>/dev/null || true; rm -rf "$work"' EXIT
 
 # The server picks a free display itself and names it (-displayfd): two tests started together
 # never share one, as they can with xvfb-run -a. It stays up when its last client goes (-noreset):
-# while it would reset, a program started again could not connect.
-x_ready=$(mktemp -u)
-mkfifo "$x_ready"
-Xvfb -displayfd 3 -screen 0 1024x768x24 -nolisten tcp -noreset 3>"$x_ready" >/dev/null 2>&1 &
+# while it would reset, a program started again could not connect. Only clients with this run's
+# cookie get in; the server takes every cookie in its file, whatever display it is listed under.
+cookie=$(mcookie)
+touch "$work/server-auth" "$work/client-auth"
+xauth -q -f "$work/server-auth" add :0 . "$cookie"
+mkfifo "$work/x-ready"
+Xvfb -displayfd 3 -auth "$work/server-auth" -screen 0 1024x768x24 -nolisten tcp -noreset \
+    3>"$work/x-ready" >/dev/null 2>"$work/x-server.log" &
 x_server=$!
-read -r x_display <"$x_ready" || true
-rm -f "$x_ready"
-[ -n "$x_display" ] || { echo "no X server started" >&2; exit 1; }
-export DISPLAY=:$x_display
+read -r -t 20 x_display <"$work/x-ready" || true
+[ -n "$x_display" ] || {
+    echo "no X server started:" >&2
+    cat "$work/x-server.log" >&2
+    exit 1
+}
+export DISPLAY=:$x_display XAUTHORITY=$work/client-auth
+xauth -q -f "$XAUTHORITY" add "$DISPLAY" . "$cookie"
 
-work=$(mktemp -d)
 export XDG_CONFIG_HOME=$work/config
 export XDG_RUNTIME_DIR=$work/run
 mkdir -m 700 "$XDG_RUNTIME_DIR"
