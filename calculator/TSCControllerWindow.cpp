@@ -125,12 +125,14 @@ bool TSCController::eventFilter(QObject* watched, QEvent* event) {
         return true;
     }
     if (event->type() == QEvent::Move) windowDidMove();
-    if (event->type() == QEvent::Resize) showLogAreaIfRoom();
-    if (event->type() == QEvent::Resize && !m_animating && m_window->isVisible()) {
-        // The log follows the bands live; the height itself waits until the drag has settled.
-        windowWillResize(m_window->size());
-        windowDidMove();
-        m_settleTimer.start();
+    if (event->type() == QEvent::Resize) {
+        showLogAreaIfRoom();
+        if (!m_animating && m_window->isVisible()) {
+            // The log follows the bands live; the height itself waits until the drag has settled.
+            windowWillResize(m_window->size());
+            windowDidMove();
+            m_settleTimer.start();
+        }
     }
     if (event->type() == QEvent::WindowStateChange) m_settleTimer.start();
     return false;
