@@ -7,8 +7,10 @@
 #
 #   bench/startup.sh [-n RUNS] [PROGRAM...]
 #
-# Defaults: 9 rounds of build/bin/vantrel-bare-window (one line edit, the yardstick) and
-# build/bin/vantrel. To compare two builds: bench/startup.sh BARE EARLIER/vantrel build/bin/vantrel
+# Defaults: 9 rounds of build/bin/vantrel-bare-window (one line edit, the yardstick),
+# build/bin/vantrel-widget-kinds-window (the calculator's kinds of widget without its code: what
+# the widgets alone take) and build/bin/vantrel. To compare two builds:
+# bench/startup.sh BARE EARLIER/vantrel build/bin/vantrel
 set -euo pipefail
 # Decimal points, whatever the user's locale: EPOCHREALTIME, printf and sort -n all follow it.
 export LC_ALL=C.UTF-8
@@ -18,7 +20,8 @@ if [ "${1:-}" = -n ]; then
     runs=$2
     shift 2
 fi
-[ $# -gt 0 ] || set -- build/bin/vantrel-bare-window build/bin/vantrel
+[ $# -gt 0 ] ||
+    set -- build/bin/vantrel-bare-window build/bin/vantrel-widget-kinds-window build/bin/vantrel
 
 if [ -z "${VANTREL_BENCH_DISPLAY:-}" ]; then
     export VANTREL_BENCH_DISPLAY=1
