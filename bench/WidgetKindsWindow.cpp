@@ -129,6 +129,7 @@ QWidget* calculatorPanel() {
     auto* results = new QGridLayout;
     QFont resultFont(QStringLiteral("Monospace"));
     resultFont.setPointSize(16);
+    resultFont.setBold(true);
     for (int field = 0; field < 8; ++field) {
         auto* result = new QLineEdit(QStringLiteral("00:00:00:00"));
         result->setReadOnly(true);
@@ -140,8 +141,9 @@ QWidget* calculatorPanel() {
     results->addWidget(hidden(new QLabel(QStringLiteral("Transfer"))), 4, 1);
     column->addLayout(results);
     auto* keys = new QHBoxLayout;
-    for (const char* key : {"/", "*", "-", "+", "="})
+    for (const char* key : {"/", "*", "-", "+", "="}) {
         keys->addWidget(button(QString::fromLatin1(key)));
+    }
     column->addLayout(keys);
     column->addWidget(sideCalculator(4, 12));
     column->addWidget(sideCalculator(2, 12));
