@@ -112,7 +112,7 @@ void StandaloneCalcController::buildMenuBar(QMenuBar* menuBar) {
     QMenu* file = menuBar->addMenu(tr("&File"));
     QAction* openEdl = file->addAction(tr("&Open EDL…"));
     openEdl->setShortcut(QKeySequence::Open);
-    connect(openEdl, &QAction::triggered, this, [this] { m_calcController->openEdl(nullptr); });
+    connect(openEdl, &QAction::triggered, this, [this] { m_calcController->openTimeline(nullptr); });
     addCommand(file, tr("&Save Log…"), QKeySequence::Save, &StandaloneCalcController::saveLogFile);
     addCommand(file, tr("C&lear Log"), QKeySequence(tr("Ctrl+K")),
                &StandaloneCalcController::clearLogFile);

@@ -5,7 +5,9 @@
 #include <string>
 
 #include "Calc.h"
-#include "Edl.h"
+#include "CutReport.h"
+#include "CutSummary.h"
+#include "EdlReader.h"
 
 namespace {
 
@@ -29,9 +31,10 @@ void BM_ReadAndSummariseEdl(benchmark::State& state) {
     const std::string cut = longCut(static_cast<int>(state.range(0)));
     vantrel::Calc writer;
     for (auto _ : state) {
-        const auto read = vantrel::edl::read(cut, vantrel::DisplayState29nondrop);
-        const auto summary = vantrel::edl::summarise(read);
-        benchmark::DoNotOptimize(vantrel::edl::reportRows(read, summary, writer));
+        const auto read = vantrel::timeline::readEdl(
+            cut, {vantrel::timeline::RateOrigin::GivenRate, vantrel::DisplayState29nondrop});
+        const auto summary = vantrel::timeline::summarise(read);
+        benchmark::DoNotOptimize(vantrel::timeline::reportRows(read, summary, writer));
     }
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }

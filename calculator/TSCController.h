@@ -12,6 +12,7 @@
 #include <memory>
 
 #include "Calc.h"
+#include "EventTable.h"
 #include "ExpressionHistory.h"
 #include "HelpWindow.h"
 #include "Preferences.h"
@@ -30,6 +31,8 @@ class Calculator;
 }
 
 namespace vantrel {
+
+class CutWindow;
 
 /// The controller of the one calculator window. It owns the engine and every piece of state the
 /// window's operations share, and talks to the widgets of the layout "Calculator".
@@ -164,10 +167,11 @@ public slots:
     /// Completion of the save dialog: writes the log to the chosen file when accepted (code 1).
     void savePanelDidEnd(const QString& fileName, int returnCode);
     void openExpressionHelp(QObject* sender);
-    /// File > Open EDL…: the chosen edit decision list goes to readEdlFile().
-    void openEdl(QObject* sender);
-    /// Writes the report of the EDL into the log and its running time into the input field.
-    void readEdlFile(const QString& fileName);
+    /// File > Open EDL…: the chosen file goes to openTimelineFile().
+    void openTimeline(QObject* sender);
+    /// Opens the cut in a window of its own, logs one line of it and puts its running time into
+    /// the input field; a file without events gets a message and changes nothing.
+    void openTimelineFile(const QString& fileName);
     void pasteInfo(QObject* sender);
 
     // Window.
@@ -180,8 +184,8 @@ public slots:
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
-    /// Takes a drag or drop of an .edl file on the window or one of its views.
-    bool acceptEdlDrop(QEvent* event);
+    /// Takes a drag or drop of a cut's file on the window or one of its views.
+    bool acceptTimelineDrop(QEvent* event);
     /// Buttons, pop-ups and result fields: a key typed on them is meant for the input.
     static bool passesKeysToInput(const QObject* view);
     /// Takes a key typed on such a view into the input.
@@ -201,6 +205,8 @@ private:
     void restoreWindowFrame();
     void rememberExpression(const QString& inputText);
     void appendToLog(const QString& text);
+    void showCutWindow(const QString& fileName, std::shared_ptr<const timeline::EventTable> table);
+    void showNoEvents(const QString& name, const timeline::Cut& cut);
     void showLazyResults(bool keepFilmFields);
     /// The text of one reading in the current display state.
     std::optional<std::string> evaluated(const std::string& typed, Flavour flavour, bool lazy);
@@ -273,6 +279,7 @@ private:
     QList<QPointer<QAction>> m_sampleRateItems;
     QPointer<QAction> m_exactRatesItem;
     QPointer<QSyntaxHighlighter> m_highlighter;
+    QList<QPointer<CutWindow>> m_cutWindows;
 };
 
 }  // namespace vantrel

@@ -115,7 +115,7 @@ void TSCController::setPasteButtonHidden(bool hidden) {
 }
 
 bool TSCController::eventFilter(QObject* watched, QEvent* event) {
-    if (acceptEdlDrop(event) || typeIntoInput(watched, event)) return true;
+    if (acceptTimelineDrop(event) || typeIntoInput(watched, event)) return true;
     if (watched != m_window) return false;
     // Esc takes back what is being typed; the log, which may hold an hour of work, stays. A key
     // press rather than a shortcut: the Esc that closes a pop-up list or a menu is theirs alone.

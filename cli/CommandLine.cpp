@@ -12,9 +12,9 @@
 
 #include "Calc.h"
 #include "CaptionTables.h"
-#include "EdlReport.h"
 #include "FrameRate.h"
 #include "SideCalculators.h"
+#include "TimelineReport.h"
 #include "UnitReading.h"
 #include "Units.h"
 #include "Version.h"
@@ -56,10 +56,13 @@ and the PF result. A reading without a result leaves its field empty.
   -n, --notation NAME  classic (01:00:10.12, the default) or smpte (01:00:10:12, with ';'
                        before the frames at the drop-frame rates): how timecodes are
                        written; both are always read
-      --edl FILE       read the edit decision list FILE ('-' for standard input) at the
-                       rate (an FCM line picks its drop-frame or non-drop twin) and
-                       print each event, each track's sum, span, gaps and overlaps, and
-                       last "total", the running time and its frame count
+      --edl FILE       read the edit decision list FILE ('-' for standard input) and
+                       print first "rate", the rate it was read at and why, then each
+                       event, each track's sum, span, gaps and overlaps, and last
+                       "total", the running time and its frame count; without -r the
+                       rate comes from the file (its FCM line and frame labels), with
+                       -r the rate given counts (an FCM line picks its drop-frame or
+                       non-drop twin) unless it cannot hold the file's labels
       --disk RES,ASPECT,FORMAT,LINK
                        after the two results, four more tab-separated fields: the PT disk
                        space, PT transfer time, PF disk space and PF transfer time, for these
@@ -119,6 +122,7 @@ struct FilmChoice {
 
 struct Options {
     int rate = DisplayState24fps;
+    bool rateGiven = false;
     int displayMode = DisplayStateTime;
     TimecodeNotation notation = TimecodeNotation::Classic;
     units::UnitChoice units;
@@ -265,7 +269,10 @@ Options parseOptions(const std::vector<std::string>& arguments) {
                                              [take](const std::string& value) { take(value); })
             ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
     };
-    valueOption("-r,--rate", [&](std::string_view value) { options.rate = rateCode(value); });
+    valueOption("-r,--rate", [&](std::string_view value) {
+        options.rate = rateCode(value);
+        options.rateGiven = true;
+    });
     valueOption("-d,--display",
                 [&](std::string_view value) { options.displayMode = displayMode(value); });
     valueOption("-n,--notation",
@@ -422,8 +429,12 @@ int runCommandLine(const std::vector<std::string>& arguments, std::istream& inpu
     }
 
     if (options.edlFile) {
-        return printEdlReport(*options.edlFile, options.rate, options.notation, options.json, input,
-                              output, errors);
+        // Without -r the file alone says its rate; a rate given is the user's word.
+        const timeline::RateRequest request{
+            options.rateGiven ? timeline::RateOrigin::GivenRate : timeline::RateOrigin::File,
+            options.rate};
+        return printTimelineReport(*options.edlFile, request, options.notation, options.json, input,
+                                   output, errors);
     }
     ExpressionPrinter printer(options, output);
     if (!options.expressions.empty()) {

@@ -52,9 +52,9 @@ class Cut:
         self.lines.append("%03d  %-8s %-5s %-8s %s %s %s %s" % (
             number, reel, track, transition, self.tc(s_in), self.tc(s_out), self.tc(r_in), self.tc(r_out)))
 
-    def report(self):
+    def report(self, rate_row):
         tc = lambda frame: self.tc(frame, ".")
-        rows = [["event", "%03d" % n, reel, track, tc(a), tc(b), tc(b - a), str(b - a)]
+        rows = [rate_row] + [["event", "%03d" % n, reel, track, tc(a), tc(b), tc(b - a), str(b - a)]
                 for n, reel, track, a, b in self.events]
         for track, events in self.tracks.items():
             events = sorted(events, key=lambda e: e[1])
@@ -113,6 +113,9 @@ if __name__ == "__main__":
     folder = pathlib.Path(sys.argv[1])
     df, ndf = drop_frame_cut(), non_drop_cut()
     (folder / "cut-29d.edl").write_bytes(("\r\n".join(df.lines) + "\r\n").encode("ascii"))
-    (folder / "edl-cut-29d.out").write_text(df.report())
+    # Read with -r 29n: the FCM line turns the rate given into its drop-frame twin.
+    (folder / "edl-cut-29d.out").write_text(
+        df.report(["rate", "29d", "the rate given, drop frame by its FCM line"]))
     (folder / "cut-25.edl").write_text("\n".join(ndf.lines) + "\n")
-    (folder / "edl-cut-25.out").write_text(ndf.report())
+    # Read with -r 25, which holds its labels; the file has no FCM line.
+    (folder / "edl-cut-25.out").write_text(ndf.report(["rate", "25", "the rate given"]))

@@ -101,7 +101,7 @@ protected:
             }
             type(verdict);
         } else if (name.startsWith("open ")) {
-            controller->readEdlFile(QStringLiteral(QT_TESTCASE_SOURCEDIR "/golden/") + argument);
+            controller->openTimelineFile(QStringLiteral(QT_TESTCASE_SOURCEDIR "/golden/") + argument);
         } else if (name.startsWith("drop ")) {
             QMimeData data;
             data.setUrls(
@@ -248,9 +248,10 @@ INSTANTIATE_TEST_SUITE_P(Scripts, Session, testing::Values(
     SessionRow{"typing_on_the_rate_popup", "1{keys fpsPopUp +2~}", "1+2 ~ 00:00:00.03 ~ 00:00:00.03", "1+2 = 00:00:00.03|24 (PT)\n", any},
     SessionRow{"tab_leaves_the_log", "1\n{keys calcLog \t}", any, "1 = 00:00:00.01|24 (PT)\n", any},
     SessionRow{"typing_on_a_result_field", "1\n{keys resultField2 *3}", "1*3 ~ 00:00:00.03 ~ 00:00:00.03", any, any},
-    SessionRow{"edl_report_and_running_time", "{rate 6}{open demo-cut-29d.edl}", "00:00:22.16|29d ~ 00:00:22.16 ~ 00:00:22.16", "EDL demo-cut-29d.edl, VANTREL DEMO CUT: 5 events at 29d\nevent  001  A001C003  V  01:00:00.00  01:00:03.19  00:00:03.19  109\nevent  002  A002C001  V  01:00:03.19  01:00:07.29  00:00:04.10  130\nevent  003  A001C007  V  01:00:07.29  01:00:11.27  00:00:03.28  118\nevent  004  A003C002  V  01:00:11.27  01:00:16.17  00:00:04.20  140\nevent  005  A002C004  V  01:00:16.17  01:00:22.16  00:00:05.29  179\ntrack  V  5  00:00:22.16  676  01:00:00.00  01:00:22.16\ntotal  00:00:22.16  676\n", "", "log reset pt"},
+    SessionRow{"edl_summary_line_and_running_time", "{rate 6}{open demo-cut-29d.edl}", "00:00:22.16|29d ~ 00:00:22.16 ~ 00:00:22.16", "EDL demo-cut-29d.edl: 5 events at 29d, running time 00:00:22.16 (676 frames)\n", "", "log reset pt"},
+    SessionRow{"edl_at_25_reads_its_drop_frame", "{rate 1}{open cut-29d.edl}", "00:14:17.16|29d ~ 00:14:17.13 ~ 00:17:08.00", "EDL cut-29d.edl: 219 events at 29d, running time 00:14:17.16 (25,700 frames)\n", "", "log reset pt"},
     SessionRow{"edl_dropped_on_the_log", "{rate 1}1\n{drop cut-25.edl}", "00:05:09.20|25 ~ 00:05:09.20 ~ 00:05:09.20", any, any},
-    SessionRow{"not_an_edl_keeps_the_input", "1+{open edl-29d.in}", "1+ ~ 00:00:00.01 ~ 00:00:00.01", nullptr, any},
+    SessionRow{"not_an_edl_keeps_the_input_and_the_log", "1+{open edl-29d.in}", "1+ ~ 00:00:00.01 ~ 00:00:00.01", "", any},
     SessionRow{"smpte_in_and_out", "{smpte}01:00:00:00*2\n", "01:00:00:00*2 ~ 02:00:00:00 ~ 02:00:00:00", "01:00:00:00|24*2 = 02:00:00:00|24 (PT)\n", any},
     SessionRow{"classic_redisplays", "{smpte}01:00:00:00*2\n{classic}", "01:00:00:00*2 ~ 02:00:00.00 ~ 02:00:00.00", any, any},
     SessionRow{"side_calculators_paste", "{2K10bit}{35mm4perf}1500{disk}{film}", any, "1500 frame(s) approximate\n     14.6 GB as RGB 10 bit, 2K, 1.85:1\n     24.3 min over 100 MBit Ethernet (~10 MByte/sec)\n1500 frame(s) approximate\n     28.85 m as 35 mm 4 perf\n", "1500", "log reset pt"},

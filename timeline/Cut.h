@@ -1,0 +1,62 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "RateChoice.h"
+
+// The one model of a cut that every reader fills and everything else reads: the events of each
+// track placed on the record side, as an assistant editor reads a timeline. Frame counts are real
+// frames (never drop-frame labels) at the cut's rate; an event runs from its record in to its
+// record out, the out exclusive. Texts are UTF-8, whatever the file's own encoding was.
+namespace vantrel::timeline {
+
+/// One event of the cut; the two lines of a dissolve make one event.
+struct Event {
+    std::size_t line = 0;  // where the event starts in the file, from 1
+    std::string number;
+    std::string reel;
+    std::string track;
+    std::string transition;  // as written: "C", "D 030", "W001 030"
+    double recordIn = 0;
+    double recordOut = 0;
+    // The source side, at the source's own rate (sourceRateCode); nothing where the file's
+    // source label does not exist at that rate.
+    std::optional<double> sourceIn;
+    std::optional<double> sourceOut;
+    int sourceRateCode = 0;
+    std::optional<double> speed;  // frames a second of a motion effect
+    std::string clipName;
+    std::vector<std::string> notes;  // the comment and other lines that follow the event
+
+    double duration() const { return recordOut - recordIn; }
+};
+
+/// A line the reader had something to say about: a warning about a line whose event, if any,
+/// was kept; an event that could not be read at all; or a file that is no cut at all.
+enum class ProblemKind { Warning, LostEvent, Unreadable };
+
+struct Problem {
+    std::size_t line = 0;  // from 1; 0 for the file as a whole
+    std::string text;
+    std::string message;
+    ProblemKind kind = ProblemKind::Warning;
+};
+
+struct Cut {
+    std::string title;
+    RateChoice rate;
+    std::vector<Event> events;
+    std::vector<std::string> notes;  // lines before the first event that say nothing we read
+    std::vector<Problem> problems;   // the first kMaxProblems of them
+    std::size_t problemCount = 0;
+    std::size_t lostEvents = 0;
+
+    int rateCode() const { return rate.code; }
+};
+
+inline constexpr std::size_t kMaxProblems = 100;
+
+}  // namespace vantrel::timeline

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+// Files from editing systems come in the encodings and line ends of their platforms: UTF-8 with or
+// without a byte-order mark, Latin-1 from Windows and Unix tools, Mac Roman with CR line ends from
+// classic Mac systems, now and then UTF-16. Readers take the text as UTF-8 lines, whatever it was.
+namespace vantrel::timeline {
+
+enum class Encoding { Utf8, Latin1, MacRoman, Utf16, Binary };
+
+struct DecodedText {
+    std::string text;  // UTF-8, control characters other than tab and line ends replaced by U+FFFD
+    Encoding encoding = Encoding::Utf8;
+};
+
+/// The bytes as UTF-8 text. A byte-order mark is dropped; text that is not valid UTF-8 is Mac
+/// Roman when most of its bytes above 127 are Mac Roman's accented letters (0x80 to 0x9F, control
+/// codes in Latin-1) or its lines end in CR alone, and Latin-1 otherwise. NUL bytes other than
+/// padding at the end make it binary data, with no text.
+DecodedText decodeText(std::string_view bytes);
+
+/// The text's lines, split at CR, LF or CRLF (each a single line end), without their ends; line
+/// numbers count from 1.
+std::vector<std::string_view> splitLines(std::string_view text);
+
+}  // namespace vantrel::timeline
