@@ -8,6 +8,7 @@
 #                  what must always hold
 #   matcher-diff   vantrel-fuzz-matcher-diff: the grammar matcher against Oniguruma, trapping on
 #                  any difference in match or capture tree
+#   timeline       vantrel-fuzz-timeline: the reading of a cut's file, its report and its table
 #
 # Each target has its own corpus in build-fuzz (corpus for engine, corpus-matcher-diff for the
 # other), which grows from run to run. The seeds in fuzz/seeds are plain expressions. The engine
@@ -35,8 +36,13 @@ case "$target" in
         # gives no answer to compare there; shorter inputs keep the comparisons coming.
         max_len=512
         ;;
+    timeline)
+        binary=vantrel-fuzz-timeline
+        corpus="$build/corpus-timeline"
+        max_len=65536
+        ;;
     *)
-        echo "usage: scripts/fuzz.sh [SECONDS] [engine|matcher-diff]" >&2
+        echo "usage: scripts/fuzz.sh [SECONDS] [engine|matcher-diff|timeline]" >&2
         exit 2
         ;;
 esac
@@ -52,6 +58,13 @@ configure_and_build() {
 seed_corpus() {
     mkdir -p "$corpus" "$artifacts"
     local seed selector
+    if [ "$target" = timeline ]; then
+        # The cuts of the golden files, each behind a request byte for a rate from the file.
+        for seed in "$root"/tests/golden/*.edl; do
+            { printf '\0'; cat "$seed"; } >"$corpus/seed-$(basename "$seed")"
+        done
+        return
+    fi
     for seed in "$root"/fuzz/seeds/*; do
         if [ "$target" != engine ]; then
             cp "$seed" "$corpus/seed-$(basename "$seed")"
@@ -74,7 +87,7 @@ exec "$build/bin/$binary" \
     -max_total_time="$seconds" \
     -max_len="$max_len" \
     -timeout=5 \
-    -dict="$root/fuzz/expression.dict" \
+    -dict="$root/fuzz/$([ "$target" = timeline ] && echo edl || echo expression).dict" \
     -artifact_prefix="$artifacts/" \
     -print_final_stats=1 \
     "$corpus"

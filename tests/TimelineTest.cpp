@@ -47,19 +47,19 @@ constexpr auto kUnknown = FcmCounting::Unknown;
 // clang-format off
 INSTANTIATE_TEST_SUITE_P(Table, RateChoices, testing::Values(
     // Each family from its largest label, both sides of every boundary.
-    RateRow{"labels_23_are_24", {kNoFcm, false, 23}, {kFile, 0}, DisplayState24fps, "from frame labels"},
-    RateRow{"label_24_is_25", {kNoFcm, false, 24}, {kFile, 0}, DisplayState25fps, "from frame labels"},
-    RateRow{"label_25_is_30", {kNoFcm, false, 25}, {kFile, 0}, DisplayState30fps, "from frame labels"},
-    RateRow{"label_29_is_30", {kNoFcm, false, 29}, {kFile, 0}, DisplayState30fps, "from frame labels"},
-    RateRow{"label_30_is_48", {kNoFcm, false, 30}, {kFile, 0}, DisplayState48fps, "from frame labels"},
+    RateRow{"labels_23_are_24", {kNoFcm, false, 23}, {kFile, 0}, DisplayState24fps, "from its frame labels"},
+    RateRow{"label_24_is_25", {kNoFcm, false, 24}, {kFile, 0}, DisplayState25fps, "from its frame labels"},
+    RateRow{"label_25_is_30", {kNoFcm, false, 25}, {kFile, 0}, DisplayState30fps, "from its frame labels"},
+    RateRow{"label_29_is_30", {kNoFcm, false, 29}, {kFile, 0}, DisplayState30fps, "from its frame labels"},
+    RateRow{"label_30_is_48", {kNoFcm, false, 30}, {kFile, 0}, DisplayState48fps, "from its frame labels"},
     RateRow{"label_47_is_48", {kNonDrop, false, 47}, {kFile, 0}, DisplayState48fps, "from its FCM line and frame labels"},
-    RateRow{"label_48_is_50", {kNoFcm, false, 48}, {kFile, 0}, DisplayState50fps, "from frame labels"},
-    RateRow{"label_50_is_60", {kNoFcm, false, 50}, {kFile, 0}, DisplayState60fps, "from frame labels"},
-    RateRow{"label_60_is_72", {kNoFcm, false, 60}, {kFile, 0}, DisplayState72fps, "from frame labels"},
-    RateRow{"label_72_is_96", {kNoFcm, false, 72}, {kFile, 0}, DisplayState96fps, "from frame labels"},
-    RateRow{"label_96_is_100", {kNoFcm, false, 96}, {kFile, 0}, DisplayState100fps, "from frame labels"},
-    RateRow{"label_100_is_120", {kNoFcm, false, 100}, {kFile, 0}, DisplayState120fps, "from frame labels"},
-    RateRow{"label_120_fits_none", {kNoFcm, false, 120}, {kFile, 0}, DisplayState120fps, "from frame labels, which no rate holds"},
+    RateRow{"label_48_is_50", {kNoFcm, false, 48}, {kFile, 0}, DisplayState50fps, "from its frame labels"},
+    RateRow{"label_50_is_60", {kNoFcm, false, 50}, {kFile, 0}, DisplayState60fps, "from its frame labels"},
+    RateRow{"label_60_is_72", {kNoFcm, false, 60}, {kFile, 0}, DisplayState72fps, "from its frame labels"},
+    RateRow{"label_72_is_96", {kNoFcm, false, 72}, {kFile, 0}, DisplayState96fps, "from its frame labels"},
+    RateRow{"label_96_is_100", {kNoFcm, false, 96}, {kFile, 0}, DisplayState100fps, "from its frame labels"},
+    RateRow{"label_100_is_120", {kNoFcm, false, 100}, {kFile, 0}, DisplayState120fps, "from its frame labels"},
+    RateRow{"label_120_fits_none", {kNoFcm, false, 120}, {kFile, 0}, DisplayState120fps, "from its frame labels, which no rate holds"},
     // Drop frame picks the smallest family that counts it.
     RateRow{"drop_labels_23_are_29d", {kDrop, false, 23}, {kFile, 0}, DisplayState29drop, "from its FCM line and frame labels"},
     RateRow{"drop_label_24_is_29d", {kDrop, false, 24}, {kFile, 0}, DisplayState29drop, "from its FCM line and frame labels"},
@@ -83,9 +83,9 @@ INSTANTIATE_TEST_SUITE_P(Table, RateChoices, testing::Values(
     RateRow{"current_119d_holds_119", {kDrop, false, 119}, {kCurrent, DisplayState119drop}, DisplayState119drop, "the current rate"},
     // A given rate is the user's word on the counting, but it must hold the labels.
     RateRow{"given_25_keeps_non_drop", {kDrop, false, 24}, {kGiven, DisplayState25fps}, DisplayState25fps, "the rate given"},
-    RateRow{"given_25_rejected", {kNoFcm, false, 25}, {kGiven, DisplayState25fps}, DisplayState30fps, "from frame labels; the rate given 25 cannot hold them"},
+    RateRow{"given_25_rejected", {kNoFcm, false, 25}, {kGiven, DisplayState25fps}, DisplayState30fps, "from its frame labels; the rate given 25 cannot hold them"},
     RateRow{"given_47n_holds_47", {kNoFcm, false, 47}, {kGiven, DisplayState47nondrop}, DisplayState47nondrop, "the rate given"},
-    RateRow{"given_95n_rejected_at_96", {kNoFcm, false, 96}, {kGiven, DisplayState95nondrop}, DisplayState100fps, "from frame labels; the rate given 95.904 cannot hold them"},
+    RateRow{"given_95n_rejected_at_96", {kNoFcm, false, 96}, {kGiven, DisplayState95nondrop}, DisplayState100fps, "from its frame labels; the rate given 95.904 cannot hold them"},
     RateRow{"no_events_keep_the_request", {kNoFcm, false, -1}, {kCurrent, DisplayState119nondrop}, DisplayState119nondrop, "the current rate"}),
     rowName<RateRow>);
 // clang-format on

@@ -69,7 +69,8 @@ RateChoice fromFile(const RateEvidence& evidence, const RateRequest& request) {
         }
     }
     const std::string evidenceText = countingEvidence(evidence);
-    choice.basis = "from " + (evidenceText.empty() ? "" : evidenceText + " and ") + "frame labels";
+    choice.basis =
+        "from " + (evidenceText.empty() ? "its " : evidenceText + " and ") + "frame labels";
     if (choice.code < 0) {
         // Labels of 120 and more exist at no rate: the highest is as near as a reading gets, and
         // each event says what it cannot hold.

@@ -114,8 +114,8 @@ std::string fromUtf16(std::string_view bytes, bool bigEndian) {
     std::string out;
     out.reserve(bytes.size() / 2);
     const auto unit = [&](std::size_t at) -> char32_t {
-        const auto first = static_cast<unsigned char>(bytes[at]);
-        const auto second = static_cast<unsigned char>(bytes[at + 1]);
+        const auto first = static_cast<char32_t>(static_cast<unsigned char>(bytes[at]));
+        const auto second = static_cast<char32_t>(static_cast<unsigned char>(bytes[at + 1]));
         return bigEndian ? (first << 8 | second) : (second << 8 | first);
     };
     for (std::size_t at = 0; at + 1 < bytes.size(); at += 2) {
@@ -149,9 +149,11 @@ bool endsLinesWithCrAlone(std::string_view bytes) {
     return cr != std::string_view::npos && bytes.find('\n') == std::string_view::npos;
 }
 
-// Mac Roman puts its accented letters where Latin-1 has control codes; Latin-1 puts them above
-// 0xBF, where Mac Roman has symbols and capitals few names use.
+// Lines ended by CR alone come from a classic Mac. Otherwise, Mac Roman puts its accented letters
+// where Latin-1 has control codes; Latin-1 puts them above 0xBF, where Mac Roman has symbols and
+// capitals few names use.
 bool looksLikeMacRoman(std::string_view bytes) {
+    if (endsLinesWithCrAlone(bytes)) return true;
     std::size_t macLetters = 0;
     std::size_t high = 0;
     for (const char byte : bytes) {
@@ -160,7 +162,7 @@ bool looksLikeMacRoman(std::string_view bytes) {
         ++high;
         if (b < 0xA0) ++macLetters;
     }
-    return 2 * macLetters > high || (2 * macLetters == high && endsLinesWithCrAlone(bytes));
+    return 2 * macLetters > high;
 }
 
 }  // namespace

@@ -17,8 +17,8 @@ struct DecodedText {
 };
 
 /// The bytes as UTF-8 text. A byte-order mark is dropped; text that is not valid UTF-8 is Mac
-/// Roman when most of its bytes above 127 are Mac Roman's accented letters (0x80 to 0x9F, control
-/// codes in Latin-1) or its lines end in CR alone, and Latin-1 otherwise. NUL bytes other than
+/// Roman when its lines end in CR alone or most of its bytes above 127 are Mac Roman's accented
+/// letters (0x80 to 0x9F, control codes in Latin-1), and Latin-1 otherwise. NUL bytes other than
 /// padding at the end make it binary data, with no text.
 DecodedText decodeText(std::string_view bytes);
 
