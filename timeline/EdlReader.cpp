@@ -13,14 +13,20 @@ namespace {
 
 constexpr std::string_view kBlanks = " \t";
 
-std::vector<std::string_view> words(std::string_view line) {
-    std::vector<std::string_view> found;
-    for (std::size_t at = line.find_first_not_of(kBlanks); at != std::string_view::npos;) {
-        const std::size_t end = std::min(line.find_first_of(kBlanks, at), line.size());
-        found.push_back(line.substr(at, end - at));
-        at = line.find_first_not_of(kBlanks, end);
+bool isBlank(char c) {
+    return c == ' ' || c == '\t';
+}
+
+// The blank-separated words of a line, into a vector kept from line to line.
+void splitWords(std::string_view line, std::vector<std::string_view>& found) {
+    found.clear();
+    const std::size_t size = line.size();
+    for (std::size_t at = 0; at < size;) {
+        while (at < size && isBlank(line[at])) ++at;
+        const std::size_t start = at;
+        while (at < size && !isBlank(line[at])) ++at;
+        if (at > start) found.push_back(line.substr(start, at - start));
     }
-    return found;
 }
 
 std::string_view trimmed(std::string_view text) {
@@ -34,17 +40,19 @@ bool allDigits(std::string_view text) {
            std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
 }
 
-std::string upper(std::string_view text) {
-    std::string result(text);
-    for (char& c : result) {
-        if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
-    }
-    return result;
+char upperAscii(char c) {
+    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+}
+
+bool equalsIgnoringCase(std::string_view text, std::string_view upperCase) {
+    return text.size() == upperCase.size() &&
+           std::equal(text.begin(), text.end(), upperCase.begin(),
+                      [](char a, char b) { return upperAscii(a) == b; });
 }
 
 // The text after a label such as "TITLE:" at the start of the line, or nothing.
 std::optional<std::string_view> afterLabel(std::string_view line, std::string_view label) {
-    if (line.size() < label.size() || upper(line.substr(0, label.size())) != label) {
+    if (line.size() < label.size() || !equalsIgnoringCase(line.substr(0, label.size()), label)) {
         return std::nullopt;
     }
     return trimmed(line.substr(label.size()));
@@ -96,7 +104,8 @@ std::string joined(const std::vector<std::string_view>& parts) {
 }
 
 FcmCounting fcmCounting(std::string_view value) {
-    const std::string counting = upper(value);
+    std::string counting(value);
+    std::transform(counting.begin(), counting.end(), counting.begin(), upperAscii);
     if (counting.find("NON") != std::string::npos) return FcmCounting::NonDrop;
     if (counting == "DROP FRAME" || counting == "DROP" || counting == "DF")
         return FcmCounting::Drop;
@@ -136,8 +145,9 @@ private:
     RateEvidence evidence() const {
         RateEvidence evidence;
         bool beforeFirstEvent = true;
+        std::vector<std::string_view> fields;
         for (const std::string_view line : m_lines) {
-            const auto fields = words(line);
+            splitWords(line, fields);
             if (fields.empty()) continue;
             if (const auto fcm = afterLabel(trimmed(line), "FCM:"); fcm && beforeFirstEvent) {
                 evidence.fcm = fcmCounting(*fcm);
@@ -158,7 +168,8 @@ private:
     void readLine(std::size_t number, std::string_view line) {
         m_number = number;
         m_line = trimmed(line);
-        const auto fields = words(m_line);
+        splitWords(m_line, m_fields);
+        const auto& fields = m_fields;
         if (fields.empty()) return;
         if (const auto title = afterLabel(m_line, "TITLE:")) {
             m_cut.title = std::string(*title);
@@ -282,6 +293,7 @@ private:
     }
 
     std::vector<std::string_view> m_lines;
+    std::vector<std::string_view> m_fields;  // the words of the line being read
     Cut m_cut;
     bool m_sourceDrop = false;
     std::size_t m_number = 0;

@@ -81,6 +81,10 @@ std::size_t utf8Sequence(std::string_view bytes, std::size_t at, char32_t& c) {
 bool isUtf8(std::string_view bytes) {
     char32_t c = 0;
     for (std::size_t at = 0; at < bytes.size();) {
+        if (static_cast<unsigned char>(bytes[at]) < 0x80) {
+            ++at;
+            continue;
+        }
         const std::size_t length = utf8Sequence(bytes, at, c);
         if (length == 0) return false;
         at += length;
@@ -88,11 +92,22 @@ bool isUtf8(std::string_view bytes) {
     return true;
 }
 
+bool isPlainAscii(char byte) {
+    const auto b = static_cast<unsigned char>(byte);
+    return (b >= 0x20 && b < 0x7F) || b == '\t' || b == '\r' || b == '\n';
+}
+
 std::string fromUtf8(std::string_view bytes) {
     std::string out;
     out.reserve(bytes.size());
     char32_t c = 0;
     for (std::size_t at = 0; at < bytes.size();) {
+        // Runs of plain ASCII, nearly all of a cut, are copied as they are.
+        std::size_t plain = at;
+        while (plain < bytes.size() && isPlainAscii(bytes[plain])) ++plain;
+        out.append(bytes.substr(at, plain - at));
+        at = plain;
+        if (at == bytes.size()) break;
         const std::size_t length = utf8Sequence(bytes, at, c);
         appendUtf8(out, length == 0 ? kReplacement : shown(c));
         at += std::max<std::size_t>(length, 1);
@@ -184,12 +199,14 @@ DecodedText decodeText(std::string_view bytes) {
 
 std::vector<std::string_view> splitLines(std::string_view text) {
     std::vector<std::string_view> lines;
-    lines.reserve(static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n')) + 1);
-    for (std::size_t at = 0; at < text.size();) {
-        const std::size_t end = std::min(text.find_first_of("\r\n", at), text.size());
+    lines.reserve(text.size() / 32 + 1);
+    const std::size_t size = text.size();
+    for (std::size_t at = 0; at < size;) {
+        std::size_t end = at;
+        while (end < size && text[end] != '\r' && text[end] != '\n') ++end;
         lines.push_back(text.substr(at, end - at));
         at = end + 1;
-        if (end + 1 < text.size() && text[end] == '\r' && text[end + 1] == '\n') ++at;
+        if (end + 1 < size && text[end] == '\r' && text[end + 1] == '\n') ++at;
     }
     return lines;
 }

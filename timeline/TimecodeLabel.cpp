@@ -1,8 +1,6 @@
 #include "TimecodeLabel.h"
 
-#include <algorithm>
 #include <array>
-#include <charconv>
 
 #include "Calc.h"
 #include "FrameRate.h"
@@ -11,22 +9,22 @@ namespace vantrel::timeline {
 
 std::optional<LabelFields> labelFields(std::string_view text) {
     std::array<int, 4> fields{};
+    std::size_t field = 0;
+    std::size_t digits = 0;
     bool semicolon = false;
-    std::size_t at = 0;
-    for (std::size_t field = 0; field < 4; ++field) {
-        const std::size_t end = std::min(text.find_first_of(":;.", at), text.size());
-        const std::string_view digits = text.substr(at, end - at);
-        if (digits.empty() || digits.size() > 3 ||
-            !std::all_of(digits.begin(), digits.end(),
-                         [](char c) { return c >= '0' && c <= '9'; })) {
+    for (const char c : text) {
+        if (c >= '0' && c <= '9') {
+            if (++digits > 3) return std::nullopt;
+            fields[field] = fields[field] * 10 + (c - '0');
+        } else if ((c == ':' || c == ';' || c == '.') && digits > 0 && field < 3) {
+            semicolon = semicolon || c == ';';
+            ++field;
+            digits = 0;
+        } else {
             return std::nullopt;
         }
-        std::from_chars(digits.data(), digits.data() + digits.size(), fields[field]);
-        if (field < 3 && end == text.size()) return std::nullopt;
-        if (field == 3 && end != text.size()) return std::nullopt;
-        semicolon = semicolon || (end < text.size() && text[end] == ';');
-        at = end + 1;
     }
+    if (field != 3 || digits == 0) return std::nullopt;
     return LabelFields{fields[0], fields[1], fields[2], fields[3], semicolon};
 }
 
