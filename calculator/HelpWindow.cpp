@@ -1,8 +1,12 @@
 #include "HelpWindow.h"
 
+#include "CloseKeys.h"
+
+#include <QAction>
 #include <QBuffer>
 #include <QImage>
 #include <QImageReader>
+#include <QKeyEvent>
 #include <QRegularExpression>
 
 namespace vantrel {
@@ -14,6 +18,20 @@ HelpWindow::HelpWindow(QWidget* parent) : QTextBrowser(parent) {
     setAttribute(Qt::WA_QuitOnClose, false);
     setOpenExternalLinks(true);
     resize(760, 640);
+    // Closed as the desktop closes a document window.
+    auto* close = new QAction(this);
+    close->setShortcuts(closeWindowKeys());
+    connect(close, &QAction::triggered, this, &QWidget::close);
+    addAction(close);
+}
+
+// And with Esc, as a help viewer is; the text browser itself has no use for the key.
+void HelpWindow::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape && event->modifiers() == Qt::NoModifier) {
+        close();
+        return;
+    }
+    QTextBrowser::keyPressEvent(event);
 }
 
 QVariant HelpWindow::loadResource(int type, const QUrl& name) {

@@ -18,6 +18,7 @@ public:
     void showPage(const QUrl& page);
 
 protected:
+    void keyPressEvent(QKeyEvent* event) override;
     /// The page with each drawing as a picture: a text browser cannot draw inline SVG and would
     /// show its labels as loose words, so each drawing is drawn into an image of its own.
     QVariant loadResource(int type, const QUrl& name) override;
