@@ -108,11 +108,44 @@ QMenu* StandaloneCalcController::addTaggedMenu(
     return menu;
 }
 
+// The standard commands act on the text that has the keyboard (the input, the log, a result field),
+// as that text's own keys do; the two result commands act on the result fields whatever has it.
+void StandaloneCalcController::buildEditMenu(QMenuBar* menuBar) {
+    QMenu* edit = menuBar->addMenu(tr("&Edit"));
+    const auto onFocusedText = [edit](const QString& title, QKeySequence::StandardKey keys,
+                                      const char* slot) {
+        QAction* item = edit->addAction(title);
+        item->setShortcut(keys);
+        connect(item, &QAction::triggered, edit, [slot] {
+            if (QWidget* focused = QApplication::focusWidget()) {
+                QMetaObject::invokeMethod(focused, slot);
+            }
+        });
+    };
+    onFocusedText(tr("&Undo"), QKeySequence::Undo, "undo");
+    onFocusedText(tr("&Redo"), QKeySequence::Redo, "redo");
+    edit->addSeparator();
+    onFocusedText(tr("Cu&t"), QKeySequence::Cut, "cut");
+    onFocusedText(tr("&Copy"), QKeySequence::Copy, "copy");
+    onFocusedText(tr("&Paste"), QKeySequence::Paste, "paste");
+    onFocusedText(tr("Select &All"), QKeySequence::SelectAll, "selectAll");
+    edit->addSeparator();
+    QAction* copyResult = edit->addAction(tr("Copy &Result"));
+    copyResult->setShortcut(QKeySequence(tr("Ctrl+Shift+C")));
+    connect(copyResult, &QAction::triggered, this,
+            [this] { m_calcController->copyResult(nullptr); });
+    QAction* copyOther = edit->addAction(tr("Copy &Other Reading"));
+    copyOther->setShortcut(QKeySequence(tr("Ctrl+Alt+C")));
+    connect(copyOther, &QAction::triggered, this,
+            [this] { m_calcController->copyOtherReading(nullptr); });
+}
+
 void StandaloneCalcController::buildMenuBar(QMenuBar* menuBar) {
     QMenu* file = menuBar->addMenu(tr("&File"));
     QAction* openEdl = file->addAction(tr("&Open EDL…"));
     openEdl->setShortcut(QKeySequence::Open);
-    connect(openEdl, &QAction::triggered, this, [this] { m_calcController->openTimeline(nullptr); });
+    connect(openEdl, &QAction::triggered, this,
+            [this] { m_calcController->openTimeline(nullptr); });
     addCommand(file, tr("&Save Log…"), QKeySequence::Save, &StandaloneCalcController::saveLogFile);
     addCommand(file, tr("C&lear Log"), QKeySequence(tr("Ctrl+K")),
                &StandaloneCalcController::clearLogFile);
@@ -125,6 +158,7 @@ void StandaloneCalcController::buildMenuBar(QMenuBar* menuBar) {
     QAction* quit = file->addAction(tr("&Quit"));
     quit->setShortcut(QKeySequence(tr("Ctrl+Q")));
     connect(quit, &QAction::triggered, qApp, &QApplication::quit);
+    buildEditMenu(menuBar);
 
     m_displayModeMenu =
         addTaggedMenu(menuBar, tr("&Display"), &StandaloneCalcController::changeDisplayMode,

@@ -66,6 +66,7 @@ private:
 
     void loadAboutBox();
     void buildMenuBar(QMenuBar* menuBar);
+    void buildEditMenu(QMenuBar* menuBar);
     QAction* addCommand(QMenu* menu, const QString& title, const QKeySequence& shortcut,
                         Command command);
     QMenu* addTaggedMenu(QMenuBar* menuBar, const QString& title, Command command,

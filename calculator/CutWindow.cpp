@@ -20,6 +20,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "CloseKeys.h"
 #include "CutReport.h"
 #include "CutTableModel.h"
 #include "FrameRate.h"
@@ -64,7 +65,8 @@ CutWindow::CutWindow(const QString& filePath, std::shared_ptr<const timeline::Ev
     auto* bottom = new QWidget;
     auto* bottomLayout = new QHBoxLayout(bottom);
     bottomLayout->setContentsMargins(0, 0, 0, 0);
-    bottomLayout->addWidget(makeTrackTable(), 3);
+    QTableView* tracks = makeTrackTable();
+    bottomLayout->addWidget(tracks, 3);
     if (!m_table->cut().problems.empty()) bottomLayout->addWidget(makeProblemList(), 2);
 
     auto* splitter = new QSplitter(Qt::Vertical);
@@ -72,9 +74,13 @@ CutWindow::CutWindow(const QString& filePath, std::shared_ptr<const timeline::Ev
     splitter->addWidget(m_strip);
     splitter->addWidget(m_eventView);
     splitter->addWidget(bottom);
-    splitter->setStretchFactor(0, 2);
-    splitter->setStretchFactor(1, 5);
-    splitter->setStretchFactor(2, 1);
+    splitter->setStretchFactor(1, 1);
+    // Every lane and every track's totals in view, up to a point; the events take the rest.
+    const int trackRows = tracks->horizontalHeader()->sizeHint().height() +
+                          tracks->verticalHeader()->length() + 2 * tracks->frameWidth();
+    const int stripHeight = std::min(m_strip->sizeHint().height(), 260);
+    const int bottomHeight = std::min(trackRows, 200);
+    splitter->setSizes({stripHeight, 680 - stripHeight - bottomHeight, bottomHeight});
 
     auto* copy = new QPushButton(tr("&Copy Rows"));
     copy->setAccessibleName(tr("Copy the selected rows"));
@@ -217,7 +223,7 @@ void CutWindow::makeStrip() {
             });
 }
 
-QWidget* CutWindow::makeTrackTable() {
+QTableView* CutWindow::makeTrackTable() {
     const auto headings = timeline::EventTable::trackHeadings();
     const auto rows = m_table->trackRows();
     auto* tracks =
@@ -236,8 +242,8 @@ QWidget* CutWindow::makeTrackTable() {
         }
     }
     tracks->verticalHeader()->hide();
+    tracks->verticalHeader()->setDefaultSectionSize(tracks->fontMetrics().height() + 6);
     tracks->resizeColumnsToContents();
-    tracks->horizontalHeader()->setStretchLastSection(true);
     return tracks;
 }
 
@@ -266,17 +272,16 @@ QWidget* CutWindow::makeProblemList() {
 }
 
 void CutWindow::addCommands() {
-    const auto command = [this](const QKeySequence& keys, auto slot) {
+    const auto command = [this](const QList<QKeySequence>& keys, auto slot) {
         auto* action = new QAction(this);
-        action->setShortcut(keys);
+        action->setShortcuts(keys);
         action->setShortcutContext(Qt::WindowShortcut);
         connect(action, &QAction::triggered, this, slot);
         addAction(action);
     };
-    command(QKeySequence::Copy, &CutWindow::copySelectedRows);
-    command(QKeySequence::Save, &CutWindow::saveCsv);
-    command(QKeySequence::Close, &QWidget::close);
-    command(QKeySequence(Qt::Key_Escape), &QWidget::close);
+    command(QKeySequence::keyBindings(QKeySequence::Copy), &CutWindow::copySelectedRows);
+    command(QKeySequence::keyBindings(QKeySequence::Save), &CutWindow::saveCsv);
+    command(closeWindowKeys() << QKeySequence(Qt::Key_Escape), &QWidget::close);
 }
 
 std::size_t CutWindow::sourceRow(int shownRow) const {

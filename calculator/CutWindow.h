@@ -48,7 +48,7 @@ public:
 
 private:
     QWidget* makeHeader();
-    QWidget* makeTrackTable();
+    QTableView* makeTrackTable();
     QWidget* makeProblemList();
     void makeEventView();
     void makeStrip();

@@ -119,8 +119,16 @@ public:
     void setFeetGauge(const units::Gauge& gauge);
     void setSampleRate(int sampleRate);
     void setExactRates(bool exact);
-    /// Adds the choices of gauge, sample rate and exact rates to the menu, kept checked.
+    /// Whether time results are written as a 24-hour clock shows them ("WrapAt24Hours").
+    bool wrapsAt24Hours() const { return m_calculator.wrapsAt24Hours(); }
+    void setWrapsAt24Hours(bool wraps);
+    /// Adds the choices of gauge, sample rate, exact rates and the 24-hour clock to the menu, kept
+    /// checked.
     void addUnitChoiceItems(QMenu* menu);
+
+    /// The result field of a reading in the current display: the time or number result, the
+    /// disk space or the film length.
+    QLineEdit* resultFieldOf(bool pt) const;
 
     /// The widgets of the layout, for the application shell and for tests.
     Ui::Calculator& ui();
@@ -151,6 +159,13 @@ public slots:
     void showFpsMenu(QObject* sender);
     void toggleCalcMode(QObject* sender);
     void changeTimecodeNotation(QObject* sender);
+
+    // The results to the clipboard as the fields show them.
+    /// Edit > Copy Result: the active reading's result; also Ctrl+C in the input with nothing
+    /// selected.
+    void copyResult(QObject* sender);
+    /// Edit > Copy Other Reading: the result of the reading that is not the active one.
+    void copyOtherReading(QObject* sender);
 
     // Side calculators.
     void pasteDiskSpaceToLog(QObject* sender);
@@ -278,6 +293,7 @@ private:
     QList<QPointer<QAction>> m_gaugeItems;
     QList<QPointer<QAction>> m_sampleRateItems;
     QPointer<QAction> m_exactRatesItem;
+    QPointer<QAction> m_wrapItem;
     QPointer<QSyntaxHighlighter> m_highlighter;
     QList<QPointer<CutWindow>> m_cutWindows;
 };

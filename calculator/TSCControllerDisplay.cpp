@@ -1,6 +1,8 @@
 // TSCController: what the results show (time, frame number, disk space, film length), at which
 // frame rate, and which reading is the active one.
 
+#include <QApplication>
+#include <QClipboard>
 #include <QComboBox>
 #include <QSyntaxHighlighter>
 
@@ -222,6 +224,25 @@ void TSCController::toggleCalcMode(QObject* sender) {
         setDisplayCalcModeTime(sender->property("tag").toInt() != 0);
     }
     checkCalcModeItems();
+}
+
+QLineEdit* TSCController::resultFieldOf(bool pt) const {
+    if (m_displayButtonState == DisplayStateDiskSpace) {
+        return pt ? m_ui->resultDiskSpaceField : m_ui->resultDiskSpaceField2;
+    }
+    if (m_displayButtonState == DisplayStateFilmLength) {
+        return pt ? m_ui->filmResultField : m_ui->filmResultField2;
+    }
+    return pt ? m_ui->resultField : m_ui->resultField2;
+}
+
+// What the field shows is what is copied: the placeholder too, which is a result of 0 frames.
+void TSCController::copyResult(QObject*) {
+    QApplication::clipboard()->setText(resultFieldOf(m_displayCalcModeTime)->text());
+}
+
+void TSCController::copyOtherReading(QObject*) {
+    QApplication::clipboard()->setText(resultFieldOf(!m_displayCalcModeTime)->text());
 }
 
 }  // namespace vantrel

@@ -6,6 +6,7 @@
 #include <QKeyEvent>
 
 #include "FrameRate.h"
+#include "PastedColumn.h"
 #include "TSCController.h"
 #include "UnitReading.h"
 #include "ui_Calculator.h"
@@ -19,6 +20,11 @@ void TSCController::connectWidgets() {
             [this] { finish(m_ui->inputField); });
     connect(m_ui->inputField, &ExpressionEdit::editingEnded, this,
             &TSCController::controlTextDidEndEditing);
+    connect(m_ui->inputField, &ExpressionEdit::copyWithoutSelection, this,
+            [this] { copyResult(m_ui->inputField); });
+    m_ui->inputField->setPasteFilter([](const QString& pasted) {
+        return QString::fromStdString(pastedExpression(pasted.toStdString()));
+    });
     connect(m_ui->resetButton, &QToolButton::clicked, this, [this] { reset(m_ui->resetButton); });
     for (QToolButton* key : {m_ui->divideButton, m_ui->multiplyButton, m_ui->subtractButton,
                              m_ui->addButton, m_ui->showResultButton}) {

@@ -56,20 +56,20 @@ int TSCController::systemRow() const {
 void TSCController::updateDiskSpaceAndTranferTime() {
     const side_calculators::DiskChoice choice = diskChoice();
     const auto pt =
-        side_calculators::diskSpaceAndTransferTime(m_calculator.cachedResultPT(), choice);
+        side_calculators::diskSpaceAndTransferTime(m_calculator.cachedFramesPT(), choice);
     setDiskSpacePT(QString::fromStdString(pt.diskSpace));
     setTransferTimePT(QString::fromStdString(pt.transferTime));
     const auto pf =
-        side_calculators::diskSpaceAndTransferTime(m_calculator.cachedResultPF(), choice);
+        side_calculators::diskSpaceAndTransferTime(m_calculator.cachedFramesPF(), choice);
     setDiskSpacePF(QString::fromStdString(pf.diskSpace));
     setTransferTimePF(QString::fromStdString(pf.transferTime));
 }
 
 void TSCController::updateFilmStuff() {
     setFilmLengthPT(QString::fromStdString(
-        side_calculators::filmLength(m_calculator.cachedResultPT(), filmRow(), systemRow())));
+        side_calculators::filmLength(m_calculator.cachedFramesPT(), filmRow(), systemRow())));
     setFilmLengthPF(QString::fromStdString(
-        side_calculators::filmLength(m_calculator.cachedResultPF(), filmRow(), systemRow())));
+        side_calculators::filmLength(m_calculator.cachedFramesPF(), filmRow(), systemRow())));
 }
 
 // The entry describes the active reading's frame count, evaluated afresh as a plain number; the

@@ -13,6 +13,7 @@ namespace {
 const QString kGaugeKey = QStringLiteral("FeetFramesGauge");
 const QString kSampleRateKey = QStringLiteral("AudioSampleRate");
 const QString kExactRatesKey = QStringLiteral("ExactNTSCRates");
+const QString kWrapKey = QStringLiteral("WrapAt24Hours");
 
 QString latin1(std::string_view text) {
     return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
@@ -49,6 +50,7 @@ void TSCController::restoreUnitChoices() {
         if (sampleRate == known) m_unitChoice.sampleRate = known;
     }
     m_calculator.setExactRates(m_preferences.integer(kExactRatesKey) != 0);
+    m_calculator.setWrapsAt24Hours(m_preferences.integer(kWrapKey) != 0);
     checkUnitChoiceItems();
     showLazyResults(false);
 }
@@ -76,6 +78,16 @@ void TSCController::setExactRates(bool exact) {
     m_clean = false;
     showLazyResults(true);
     refreshSideCalculators();
+}
+
+// Only how the results are written changes; the side calculators keep their signed counts.
+void TSCController::setWrapsAt24Hours(bool wraps) {
+    if (m_calculator.wrapsAt24Hours() == wraps) return;
+    m_calculator.setWrapsAt24Hours(wraps);
+    m_preferences.setValue(kWrapKey, wraps ? 1 : 0);
+    checkUnitChoiceItems();
+    m_clean = false;
+    showLazyResults(true);
 }
 
 // Unit literals in the input now stand for other frame counts: the colours and the results follow.
@@ -109,6 +121,10 @@ void TSCController::addUnitChoiceItems(QMenu* menu) {
     m_exactRatesItem->setShortcut(QKeySequence(tr("Ctrl+E")));
     m_exactRatesItem->setCheckable(true);
     connect(m_exactRatesItem, &QAction::triggered, this, [this](bool on) { setExactRates(on); });
+    m_wrapItem = menu->addAction(tr("&Wrap at 24 Hours"));
+    m_wrapItem->setShortcut(QKeySequence(tr("Ctrl+Shift+H")));
+    m_wrapItem->setCheckable(true);
+    connect(m_wrapItem, &QAction::triggered, this, [this](bool on) { setWrapsAt24Hours(on); });
     checkUnitChoiceItems();
 }
 
@@ -116,6 +132,7 @@ void TSCController::checkUnitChoiceItems() {
     checkTagged(m_gaugeItems, static_cast<int>(m_unitChoice.gauge - units::kGauges.data()));
     checkTagged(m_sampleRateItems, m_unitChoice.sampleRate);
     if (m_exactRatesItem) m_exactRatesItem->setChecked(m_calculator.exactRates());
+    if (m_wrapItem) m_wrapItem->setChecked(m_calculator.wrapsAt24Hours());
 }
 
 }  // namespace vantrel

@@ -43,6 +43,9 @@ and the PF result. A reading without a result leaves its field empty.
       --exact-rates    the PT reading takes 23.976, 29.97, 47.952 and 59.94 at their
                        exact rates (24000/1001 ...) rather than 23.97, 29.97, 47.952
                        and 59.94
+      --wrap           write time results as a timecode clock does, modulo 24 hours
+                       (00:00:00:00 - 1 is 23:59:59.24 at 25); frame numbers and the
+                       side figures stay signed
   -l, --lazy           evaluate as the window does while typing (first match anywhere,
                        lazy bounds)
   -b, --beautify       print each expression's normalised form instead of its results
@@ -127,6 +130,7 @@ struct Options {
     TimecodeNotation notation = TimecodeNotation::Classic;
     units::UnitChoice units;
     bool exactRates = false;
+    bool wrap = false;
     bool lazy = false;
     bool beautify = false;
     bool json = false;
@@ -289,6 +293,7 @@ Options parseOptions(const std::vector<std::string>& arguments) {
                                       {"-b,--beautify", &options.beautify},
                                       {"-j,--json", &options.json},
                                       {"--exact-rates", &options.exactRates},
+                                      {"--wrap", &options.wrap},
                                       {"-h,--help", &options.help},
                                       {"--version", &options.version}}) {
         app.add_flag(names, *flag)->disable_flag_override();
@@ -317,6 +322,7 @@ public:
         m_calc.setFps(options.rate);
         m_calc.setTimecodeNotation(options.notation);
         m_calc.setExactRates(options.exactRates);
+        m_calc.setWrapsAt24Hours(options.wrap);
     }
 
     void print(std::string_view expression) {
@@ -360,8 +366,8 @@ private:
         if (m_options.beautify) line["beautified"] = beautified(expression);
         line["pt"] = textOrNull(pt);
         line["pf"] = textOrNull(pf);
-        line["ptFrames"] = pt ? Json(m_calc.cachedResultPT()) : Json();
-        line["pfFrames"] = pf ? Json(m_calc.cachedResultPF()) : Json();
+        line["ptFrames"] = pt ? Json(m_calc.cachedFramesPT()) : Json();
+        line["pfFrames"] = pf ? Json(m_calc.cachedFramesPF()) : Json();
         for (const UnitKeys& keys : kUnitKeys) {
             if (keys.displayMode != m_options.displayMode) continue;
             line[keys.pt] = textOrNull(pt);
@@ -375,8 +381,8 @@ private:
     // line leaves at the last accepted one.
     std::vector<std::pair<std::string_view, std::string>> sideFigures() const {
         std::vector<std::pair<std::string_view, std::string>> figures;
-        const float pt = m_calc.cachedResultPT();
-        const float pf = m_calc.cachedResultPF();
+        const double pt = m_calc.cachedFramesPT();
+        const double pf = m_calc.cachedFramesPF();
         if (m_options.disk) {
             const auto ptDisk = side_calculators::diskSpaceAndTransferTime(pt, *m_options.disk);
             const auto pfDisk = side_calculators::diskSpaceAndTransferTime(pf, *m_options.disk);

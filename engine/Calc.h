@@ -60,6 +60,15 @@ public:
     void setTimecodeNotation(TimecodeNotation notation) { m_notation = notation; }
     TimecodeNotation timecodeNotation() const { return m_notation; }
 
+    /// With the 24-hour clock, results shown as time are written as a timecode clock shows them:
+    /// modulo 24 hours, so one frame before midnight is 23:59:59.24 at 25 rather than -00:00:00.01.
+    /// Frame counts, the cached results and everything computed from them stay signed.
+    void setWrapsAt24Hours(bool wraps) { m_wrapsAt24Hours = wraps; }
+    bool wrapsAt24Hours() const { return m_wrapsAt24Hours; }
+
+    /// The real frames in 24 hours of timecode at the code: 2,589,408 at 29.97 drop frame.
+    static double framesPerDay(int code);
+
     // Drop-frame conversions for non-negative counts. Fractional input is first rounded to a whole
     // frame, halves upward. NaN, infinities and counts beyond 2^53 come back unchanged: they are
     // far past every display bound, and there is no whole frame to convert.
@@ -114,9 +123,15 @@ public:
     std::optional<std::string> lazyevalPT(std::string_view expression, int displayMode);
     std::optional<std::string> lazyevalPF(std::string_view expression, int displayMode);
 
-    /// The last result of each reading, narrowed to single precision, for the side calculators.
+    /// The last result of each reading, narrowed to single precision.
     float cachedResultPT() const { return m_cachedResultPT; }
     float cachedResultPF() const { return m_cachedResultPF; }
+    /// The last result of each reading as its result text shows it, for the side calculators and
+    /// the frame counts written out: single precision at the seven classic rates, as it always
+    /// was, and whole frames exactly at the rates added since, where 2^24 frames come within a
+    /// day and a half.
+    double cachedFramesPT() const { return m_cachedFramesPT; }
+    double cachedFramesPF() const { return m_cachedFramesPF; }
 
     /// The input in pieces: before the lazy match red, the match black, after it red.
     std::vector<ColouredSpan> colorizeLazyEvaluatedString(std::string_view input) const;
@@ -146,7 +161,11 @@ private:
     std::optional<double> evalToFrames(std::string_view typed, Flavour flavour, Extent extent);
     std::optional<std::string> evalToText(std::string_view expression, Flavour flavour,
                                           Extent extent, int displayMode);
-    std::string resultText(float value, int displayMode, Extent extent) const;
+    std::string resultText(double value, int displayMode, Extent extent) const;
+    /// The frame count as results keep it at the current code (see cachedFramesPT()).
+    double keptResult(double frames) const;
+    /// The frame count on a clock that wraps at 24 hours, when the clock is asked for.
+    double onTheClock(double frames) const;
     /// The rate by which the PT reading takes a suffix's timestamp as time, and the current code's.
     double realRateOf(const FrameRate& rate) const;
     double currentRealRate() const;
@@ -162,11 +181,14 @@ private:
     int m_fps = DisplayState24fps;
     TimecodeNotation m_notation = TimecodeNotation::Classic;
     bool m_exactRates = false;
+    bool m_wrapsAt24Hours = false;
     // The one place where an expression is read; SMPTE timestamps become classic ones first.
     mutable LastMatch m_lastMatch;
     Flavour m_walkFlavour = Flavour::PT;
     float m_cachedResultPT = 0.0f;
     float m_cachedResultPF = 0.0f;
+    double m_cachedFramesPT = 0.0;
+    double m_cachedFramesPF = 0.0;
 };
 
 }  // namespace vantrel

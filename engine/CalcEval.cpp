@@ -8,6 +8,7 @@
 
 #include "Calc.h"
 #include "FloatNarrowing.h"
+#include "FrameRate.h"
 #include "NumberText.h"
 
 namespace vantrel {
@@ -135,15 +136,15 @@ std::optional<double> Calc::evalToFrames(std::string_view typed, Flavour flavour
 
 // 0/0 (as in 00/(1-1)) has no value: it passes both bound tests and every display mode shows
 // "NaN" for it rather than a made-up number.
-std::string Calc::resultText(float value, int displayMode, Extent extent) const {
-    if (std::isnan(value)) return "NaN";
-    const double wide = value;
+std::string Calc::resultText(double wide, int displayMode, Extent extent) const {
+    if (std::isnan(wide)) return "NaN";
     if (displayMode == DisplayStateTime || displayMode == DisplayStateDiskSpace) {
         if (wide > kTimeBound) return "∞";
         if (wide < -kTimeBound) return "-∞";
-        return stringFromFramecount(wide);
+        return stringFromFramecount(onTheClock(wide));
     }
     if (displayMode == DisplayStateFilmLength) {
+        const float value = narrowedToFloat(wide);
         if (value > kFilmUpperBound) return "∞";
         if (value < kFilmLowerBound) return "-∞";
         return number_text::fixed(wide * kMetresPerFrame, 2) + " m";
@@ -158,9 +159,30 @@ std::optional<std::string> Calc::evalToText(std::string_view expression, Flavour
                                             Extent extent, int displayMode) {
     const auto frames = evalToFrames(expression, flavour, extent);
     if (!frames) return std::nullopt;
-    const float value = narrowedToFloat(*frames);
-    (flavour == Flavour::PT ? m_cachedResultPT : m_cachedResultPF) = value;
+    const double value = keptResult(*frames);
+    (flavour == Flavour::PT ? m_cachedResultPT : m_cachedResultPF) = narrowedToFloat(*frames);
+    (flavour == Flavour::PT ? m_cachedFramesPT : m_cachedFramesPF) = value;
     return resultText(value, displayMode, extent);
+}
+
+double Calc::keptResult(double frames) const {
+    const FrameRate* rate = frameRateForCode(m_fps);
+    const bool classic = !rate || rate->code < kClassicRateCount;
+    return classic ? narrowedToFloat(frames) : frames;
+}
+
+double Calc::onTheClock(double frames) const {
+    if (!m_wrapsAt24Hours || !frameRateForCode(m_fps)) return frames;
+    const double day = framesPerDay(m_fps);
+    // Whole frames, so that the fraction a frame count may carry cannot round up to 24 hours.
+    double wrapped = std::fmod(std::floor(frames + 0.5), day);
+    if (wrapped < 0) wrapped += day;
+    return wrapped;
+}
+
+double Calc::framesPerDay(int code) {
+    const FrameRate* rate = frameRateForCode(code);
+    return rate ? realFCfromDropFC(86400.0 * rate->nominal, code) : 0.0;
 }
 
 std::optional<double> Calc::evalPTToFrames(std::string_view expression) {

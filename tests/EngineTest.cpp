@@ -11,6 +11,7 @@
 
 #include "Calc.h"
 #include "FrameRate.h"
+#include "PastedColumn.h"
 #include "SideCalculators.h"
 #include "TestRows.h"
 #include "UnitReading.h"
@@ -459,44 +460,112 @@ TEST(DropFrame, RoundTripsEveryWholeFrameOfTheFirstDay) {
     }
 }
 
-// 119.88 drop frame as the usual recipe writes it: eight labels more for every minute that drops.
-std::string label119d(long long frame) {
-    const long long block = frame / 71928, intoBlock = frame % 71928;
-    const long long label = frame + 72 * block + (intoBlock > 8 ? 8 * ((intoBlock - 8) / 7192) : 0);
-    char text[32];
-    std::snprintf(text, sizeof text, "%02lld:%02lld:%02lld;%03lld", label / 432000,
-                  label / 7200 % 60, label / 120 % 60, label % 120);
+// A frame count as the usual recipe (FFmpeg's, SMPTE's) labels it, in classic notation: drop-frame
+// counting adds `dropped` labels a minute but every tenth.
+std::string recipeLabel(long long frame, const FrameRate& rate) {
+    const long long nominal = rate.nominal;
+    const long long dropped = rate.dropFrame == DropFrame::None         ? 0
+                              : rate.dropFrame == DropFrame::Variant59  ? 4
+                              : rate.dropFrame == DropFrame::Variant119 ? 8
+                                                                        : 2;
+    long long label = frame;
+    if (dropped > 0) {
+        const long long perMinute = nominal * 60 - dropped, perTen = nominal * 600 - 9 * dropped;
+        const long long block = frame / perTen, intoBlock = frame % perTen;
+        label += 9 * dropped * block +
+                 (intoBlock > dropped ? dropped * ((intoBlock - dropped) / perMinute) : 0);
+    }
+    char text[48];
+    std::snprintf(text, sizeof text,
+                  nominal > 100 ? "%02lld:%02lld:%02lld.%03lld" : "%02lld:%02lld:%02lld.%02lld",
+                  label / (3600 * nominal), label / (60 * nominal) % 60, label / nominal % 60,
+                  label % nominal);
     return text;
 }
 
-// The first 25 hours at each high rate: a frame written as a timecode reads back as that frame
-// (every frame around each minute, a stride of the rest), and at 119.88 drop frame every label
-// around each minute is the recipe's.
-TEST(DropFrame, HighRateTimecodesReadBackOverTwentyFiveHours) {
+// Every rate against the recipe, frame by frame around every minute of the first 25 hours and then
+// every tenth minute up to the time display's bound: a frame written as a timecode is the recipe's
+// label and reads back as that frame.
+TEST(DropFrame, EveryRateWritesTheRecipesLabelsUpToTheBound) {
     Calc calc;
+    constexpr long long kTimeBound = 86400750;
     for (const auto& rate : kFrameRates) {
-        if (rate.code < DisplayState72fps) continue;
         calc.setFps(rate.code);
-        calc.setTimecodeNotation(TimecodeNotation::Classic);
-        const int minute = static_cast<int>(Calc::realFCfromDropFC(60.0 * rate.nominal, rate.code));
-        const int hours25 =
-            static_cast<int>(Calc::realFCfromDropFC(90000.0 * rate.nominal, rate.code));
-        for (int frame = 0; frame < hours25; frame += frame % minute < 12 ? 1 : 97) {
-            const std::string timecode = calc.stringFromFramecount(frame);
-            ASSERT_EQ(calc.framecountPFFromString(timecode), frame)
-                << timecode << " " << rate.suffix;
-        }
-    }
-    calc.setFps(DisplayState119drop);
-    calc.setTimecodeNotation(TimecodeNotation::Smpte);
-    for (long long minute = 1; minute < 25 * 60; ++minute) {
-        const long long start =
-            minute / 10 * 71928 + (minute % 10 ? 7200 + (minute % 10 - 1) * 7192 : 0);
-        for (const long long frame : {start - 1, start, start + 1}) {
-            ASSERT_EQ(calc.stringFromFramecount(static_cast<double>(frame)), label119d(frame));
+        const auto minute =
+            static_cast<long long>(Calc::realFCfromDropFC(60.0 * rate.nominal, rate.code));
+        const auto hours25 =
+            static_cast<long long>(Calc::realFCfromDropFC(90000.0 * rate.nominal, rate.code));
+        for (long long start = minute; start <= kTimeBound;
+             start += start < hours25 ? minute : 10 * minute) {
+            for (const long long frame : {start - 1, start, start + 1, start + minute / 2}) {
+                if (frame > kTimeBound) continue;
+                const std::string timecode = calc.stringFromFramecount(static_cast<double>(frame));
+                ASSERT_EQ(timecode, recipeLabel(frame, rate)) << rate.suffix;
+                ASSERT_EQ(calc.framecountPFFromString(timecode), frame)
+                    << timecode << " " << rate.suffix;
+            }
         }
     }
 }
+
+// Results at every rate around 2^24 frames and at the time display's bound, in both readings and
+// as a sum: the rates added to the classic seven keep every frame; the classic seven keep the
+// single precision their results always had (86400750 narrows to 86400752, past the bound).
+TEST(Evaluator, AddedRatesKeepEveryFrameUpToTheBound) {
+    Calc calc;
+    for (const auto& rate : kFrameRates) {
+        calc.setFps(rate.code);
+        const bool classic = rate.code < kClassicRateCount;
+        for (const long long frame :
+             {16777215LL, 16777216LL, 16777217LL, 16777219LL, 86400749LL, 86400750LL, 86400751LL}) {
+            for (const bool plusOne : {false, true}) {
+                const long long result = frame + (plusOne ? 1 : 0);
+                // Hours have two digits as typed: beyond 99 the count is typed as a number.
+                const std::string label = recipeLabel(frame, rate);
+                const std::string typed =
+                    (label.find(':') == 2 ? label : std::to_string(frame)) + (plusOne ? "+1" : "");
+                const double kept = classic ? static_cast<double>(static_cast<float>(result))
+                                            : static_cast<double>(result);
+                const std::string expected =
+                    kept > 86400750 ? "∞" : recipeLabel(static_cast<long long>(kept), rate);
+                EXPECT_EQ(calc.evalPT(typed, DisplayStateTime).value_or("none"), expected)
+                    << typed << " " << rate.suffix;
+                EXPECT_EQ(calc.evalPF(typed, DisplayStateTime).value_or("none"), expected)
+                    << typed << " " << rate.suffix;
+                EXPECT_EQ(calc.cachedFramesPF(), kept) << typed << " " << rate.suffix;
+                EXPECT_EQ(calc.evalPF(typed, DisplayStateNumber).value_or("none"),
+                          kept > 999999999 ? "∞" : std::to_string(static_cast<long long>(kept)));
+            }
+        }
+    }
+}
+
+// A paste into the input: a column or a row of values becomes their sum, anything else stays.
+struct PasteRow {
+    const char* name;
+    std::string pasted;
+    std::string expression;
+};
+
+class Pastes : public testing::TestWithParam<PasteRow> {};
+
+TEST_P(Pastes, BecomeTheSumOfAColumn) {
+    EXPECT_EQ(pastedExpression(GetParam().pasted), GetParam().expression);
+}
+
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(Table, Pastes, testing::Values(
+    PasteRow{"column_of_durations", "00:00:10:00\n00:00:05:12\n00:00:02:12\n", "00:00:10:00 + 00:00:05:12 + 00:00:02:12"},
+    PasteRow{"crlf_blank_lines_and_padding", "  1:00 \r\n\r\n 250\r\n", "1:00 + 250"},
+    PasteRow{"marker_list_first_timecode", "Marker 1\t01:00:05:00\t00:00:02:00\tred\nMarker 2\t01:00:09;12|29d\t\t\n", "01:00:05:00 + 01:00:09;12|29d"},
+    PasteRow{"first_number_without_timecode", "shot A\t250\t12\nshot B\t\t48\n", "250 + 48"},
+    PasteRow{"first_field_without_either", "one\ntwo\n", "one + two"},
+    PasteRow{"spreadsheet_row_sums_fields", "00:00:10:00\t00:00:05:12\t\t00:00:02:12\n", "00:00:10:00 + 00:00:05:12 + 00:00:02:12"},
+    PasteRow{"expression_over_lines_joined", "01:00:00:00 +\n00:00:10:00\r\n", "01:00:00:00 + 00:00:10:00  "},
+    PasteRow{"row_with_operators_joined", "1+\t2", "1+ 2"},
+    PasteRow{"single_line_unchanged", "01:00:10.12|25 + 00:00:05.00", "01:00:10.12|25 + 00:00:05.00"}),
+    rowName<PasteRow>);
+// clang-format on
 
 // The 23.97 rate is not the double nearest to 23.97; the reading rows pin each rate's value.
 TEST(FrameRate, EachCodeBringsItsSuffixAndAnUnknownOneNothing) {

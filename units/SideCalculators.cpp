@@ -96,7 +96,7 @@ std::string durationText(double seconds) {
     return withUnit(seconds, kDurationUnits);
 }
 
-DiskFigures diskSpaceAndTransferTime(float frames, const DiskChoice& choice) {
+DiskFigures diskSpaceAndTransferTime(double frames, const DiskChoice& choice) {
     double pixels =
         inTable(kPixelsPerImage, choice.resolution) ? at(kPixelsPerImage, choice.resolution) : 0.0;
     if (choice.resolution >= kFirstCroppedResolution &&
@@ -108,17 +108,16 @@ DiskFigures diskSpaceAndTransferTime(float frames, const DiskChoice& choice) {
                                      ? at(captions::kBytesPerPixel, choice.bitDepth)
                                      : 0.0;
     const double frameSize = bytesPerPixel * pixels;
-    const double bytes = (frameSize * kContainerOverhead) * static_cast<double>(frames);
+    const double bytes = (frameSize * kContainerOverhead) * frames;
     const double seconds = inTable(kBytesPerSecond, choice.transferSpeed)
                                ? bytes / at(kBytesPerSecond, choice.transferSpeed)
                                : 0.0;
     return {storageText(bytes), durationText(seconds)};
 }
 
-std::string filmLength(float frames, int film, int system) {
+std::string filmLength(double wide, int film, int system) {
     if (!inTable(kGauges, film)) return "∞";
     const Gauge& gauge = at(kGauges, film);
-    const double wide = frames;
     const double metres = gauge.givenInFeet ? wide * gauge.lengthPerFrame / kFeetPerMetre
                                             : wide * gauge.lengthPerFrame;
     float length = narrowedToFloat(metres);

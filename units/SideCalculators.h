@@ -27,11 +27,11 @@ std::string durationText(double seconds);
 
 /// "14.6 GB" and "24.3 min" for 1500 frames of 2K at 1.85:1, RGB 10 bit, over 100 MBit Ethernet.
 /// Units are decimal; figures beyond the last unit show " ∞".
-DiskFigures diskSpaceAndTransferTime(float frames, const DiskChoice& choice);
+DiskFigures diskSpaceAndTransferTime(double frames, const DiskChoice& choice);
 
 /// "28.85 m" for 1500 frames of 35 mm 4 perf in metres (system 0) or "93.75 ft" in feet
 /// (system 1); "∞" or "-∞" from 999999 units on, and for a gauge outside the table.
-std::string filmLength(float frames, int film, int system);
+std::string filmLength(double frames, int film, int system);
 
 /// The three lines the log receives for the disk-space figures of an evaluated frame count.
 std::string diskSpaceLogEntry(const std::string& frames, const DiskFigures& figures,

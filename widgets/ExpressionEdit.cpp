@@ -38,7 +38,21 @@ QSize ExpressionEdit::minimumSizeHint() const {
     return {60, sizeHint().height()};
 }
 
+bool ExpressionEdit::event(QEvent* event) {
+    // The copy key is the field's own even with nothing selected, so that no menu command takes it.
+    if (event->type() == QEvent::ShortcutOverride &&
+        static_cast<QKeyEvent*>(event)->matches(QKeySequence::Copy)) {
+        event->accept();
+        return true;
+    }
+    return QPlainTextEdit::event(event);
+}
+
 void ExpressionEdit::keyPressEvent(QKeyEvent* event) {
+    if (event->matches(QKeySequence::Copy) && !textCursor().hasSelection()) {
+        emit copyWithoutSelection();
+        return;
+    }
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
         emit returnPressed();
         // The finished expression stays readable and is replaced by the next one typed.
@@ -62,14 +76,22 @@ void ExpressionEdit::focusOutEvent(QFocusEvent* event) {
     }
 }
 
-// A pasted text with line breaks stays on the one line: the breaks become blanks, which the
-// expression language ignores around operands.
+// A pasted text stays on the one line: without a filter its breaks become blanks, which the
+// expression language ignores around operands. One insertion, so that one undo takes it back.
 void ExpressionEdit::insertFromMimeData(const QMimeData* source) {
     QString text = source->text();
-    text.replace(QLatin1String("\r\n"), QLatin1String(" "));
-    text.replace(QLatin1Char('\n'), QLatin1Char(' '));
-    text.replace(QLatin1Char('\r'), QLatin1Char(' '));
-    textCursor().insertText(text);
+    if (m_pasteFilter) {
+        text = m_pasteFilter(text);
+    } else {
+        text.replace(QLatin1String("\r\n"), QLatin1String(" "));
+        text.replace(QLatin1Char('\n'), QLatin1Char(' '));
+        text.replace(QLatin1Char('\r'), QLatin1Char(' '));
+    }
+    // An edit block of its own: the document would otherwise merge it with the keys typed before.
+    QTextCursor cursor = textCursor();
+    cursor.beginEditBlock();
+    cursor.insertText(text);
+    cursor.endEditBlock();
 }
 
 }  // namespace vantrel

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QPlainTextEdit>
+#include <functional>
 
 namespace vantrel {
 
@@ -23,17 +24,28 @@ public:
     /// Puts the insertion point after the last character, with nothing selected.
     void moveCursorToEnd();
 
+    /// What a paste becomes before it is inserted; by default its line breaks become blanks.
+    void setPasteFilter(std::function<QString(const QString&)> filter) {
+        m_pasteFilter = std::move(filter);
+    }
+
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
 signals:
     void returnPressed();
     void editingEnded();
+    /// The copy key with nothing selected: the user wants the result, not an empty selection.
+    void copyWithoutSelection();
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     void insertFromMimeData(const QMimeData* source) override;
+    bool event(QEvent* event) override;
+
+private:
+    std::function<QString(const QString&)> m_pasteFilter;
 };
 
 }  // namespace vantrel

@@ -296,6 +296,15 @@ void TimelineStrip::drawSelection(QPainter& painter) const {
         if (rect.isEmpty() || !rect.intersects(viewport()->rect())) continue;
         painter.fillRect(rect, QColor(255, 255, 255, 70));
         painter.drawRect(rect.adjusted(1, 1, -1, -1));
+        // A block a few pixels wide would be lost in its lane: a mark above it shows where it is.
+        if (rect.width() < 12) {
+            const int x = rect.center().x();
+            const QPoint mark[3] = {
+                {x - 5, rect.top() - 1}, {x + 5, rect.top() - 1}, {x, rect.top() + 5}};
+            painter.setBrush(palette().highlight());
+            painter.drawPolygon(mark, 3);
+            painter.setBrush(Qt::NoBrush);
+        }
     }
 }
 

@@ -1,6 +1,7 @@
 #include <QAbstractItemView>
 #include <QAccessible>
 #include <QApplication>
+#include <QClipboard>
 #include <QComboBox>
 #include <QMenu>
 #include <QMetaEnum>
@@ -101,7 +102,8 @@ protected:
             }
             type(verdict);
         } else if (name.startsWith("open ")) {
-            controller->openTimelineFile(QStringLiteral(QT_TESTCASE_SOURCEDIR "/golden/") + argument);
+            controller->openTimelineFile(QStringLiteral(QT_TESTCASE_SOURCEDIR "/golden/") +
+                                         argument);
         } else if (name.startsWith("drop ")) {
             QMimeData data;
             data.setUrls(
@@ -445,6 +447,60 @@ TEST_F(Display, ScreenReadersFindNamedControlsInLayoutOrder) {
     QAccessibleInterface* result = QAccessible::queryAccessibleInterface(ui().resultField2);
     ASSERT_TRUE(result->textInterface());
     EXPECT_EQ(result->textInterface()->text(0, 11), "00:00:00.12");
+}
+
+// The results copy as their fields show them, from the Edit menu and from the input's copy key
+// with nothing selected; a column pasted into the input is its sum, and one undo takes it back.
+TEST_F(Session, CopiesResultsAndSumsAPastedColumn) {
+    auto& calc = start();
+    QAction rate;
+    rate.setProperty("tag", DisplayState25fps);
+    calc.changeDisplayFrameRate(&rate);
+    calc.setDisplayCalcModeTime(true);
+    type("00:00:01.00|24");
+    QClipboard* clipboard = QApplication::clipboard();
+    calc.copyResult(nullptr);
+    EXPECT_EQ(clipboard->text(), "00:00:01.00");
+    calc.copyOtherReading(nullptr);
+    EXPECT_EQ(clipboard->text(), "00:00:00.24");
+    clipboard->clear();
+    QTest::keyClick(ui().inputField, Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(clipboard->text(), "00:00:01.00");
+    QTest::keyClick(ui().inputField, Qt::Key_Home, Qt::ShiftModifier);
+    QTest::keyClick(ui().inputField, Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(clipboard->text(), "00:00:01.00|24");
+    calc.setDisplayCalcModeTime(false);
+    calc.copyResult(nullptr);
+    EXPECT_EQ(clipboard->text(), "00:00:00.24");
+
+    clipboard->setText("00:00:10:00\r\n00:00:05:12\r\n00:00:02:12\r\n");
+    QTest::keyClick(ui().inputField, Qt::Key_End);
+    QTest::keyClicks(ui().inputField, " + ");
+    QTest::keyClick(ui().inputField, Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(ui().inputField->text(), "00:00:01.00|24 + 00:00:10:00 + 00:00:05:12 + 00:00:02:12");
+    EXPECT_EQ(ui().resultField2->text(), "00:00:18.23");
+    QTest::keyClick(ui().inputField, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(ui().inputField->text(), "00:00:01.00|24 + ");
+}
+
+// The 24-hour clock, chosen in the menu and found again at the next start: time results wrap,
+// frame numbers stay signed.
+TEST_F(Session, WrapsAt24HoursOnRequestAndRemembersIt) {
+    start().setWrapsAt24Hours(true);
+    QAction rate;
+    rate.setProperty("tag", DisplayState29drop);
+    controller->changeDisplayFrameRate(&rate);
+    type("00:00:00;00 - 1");
+    EXPECT_EQ(ui().resultField->text(), "23:59:59.29");
+    QAction number;
+    number.setProperty("tag", DisplayStateNumber);
+    controller->changeDisplayMode(&number);
+    EXPECT_EQ(ui().resultField->text(), "-1");
+    controller.reset();
+    EXPECT_TRUE(start().wrapsAt24Hours());
+    controller->setWrapsAt24Hours(false);
+    controller.reset();
+    EXPECT_FALSE(start().wrapsAt24Hours());
 }
 
 }  // namespace
