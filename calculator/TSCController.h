@@ -243,6 +243,7 @@ private:
     int filmRow() const;
     int systemRow() const;
     void showDisplayStateViews();
+    void showUnitToolTips();
     void checkCalcModeItems();
     void rebuildHistoryMenu(QMenu* menu);
     void checkTimecodeNotationItems();

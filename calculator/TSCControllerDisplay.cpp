@@ -99,6 +99,7 @@ void TSCController::showDisplayStateViews() {
 
     m_ui->resultField->setVisible(calculator);
     m_ui->resultField2->setVisible(calculator);
+    showUnitToolTips();
     for (QWidget* view : {static_cast<QWidget*>(m_ui->resultDiskSpaceField),
                           static_cast<QWidget*>(m_ui->resultDiskSpaceField2),
                           static_cast<QWidget*>(m_ui->resultTransferTimeField),
@@ -224,6 +225,26 @@ void TSCController::toggleCalcMode(QObject* sender) {
         setDisplayCalcModeTime(sender->property("tag").toInt() != 0);
     }
     checkCalcModeItems();
+}
+
+// A unit's figures depend on a choice made in the menu, perhaps long ago: the fields say which.
+void TSCController::showUnitToolTips() {
+    QString tip;
+    if (m_displayButtonState == DisplayStateFeetFrames) {
+        tip =
+            tr("Feet+frames of %1 film")
+                .arg(QString::fromUtf8(m_unitChoice.gauge->caption.data(),
+                                       static_cast<qsizetype>(m_unitChoice.gauge->caption.size())));
+    } else if (m_displayButtonState == DisplayStateSamples) {
+        tip = tr("Audio samples at %1 from frame 0")
+                  .arg(QString::fromStdString(
+                           units::unitChoiceText(DisplayStateSamples, m_unitChoice))
+                           .replace(QStringLiteral("kHz"), QStringLiteral(" kHz")));
+    } else if (m_displayButtonState == DisplayStateRealTime) {
+        tip = tr("Real time of the frames, to the millisecond");
+    }
+    m_ui->resultField->setToolTip(tip);
+    m_ui->resultField2->setToolTip(tip);
 }
 
 QLineEdit* TSCController::resultFieldOf(bool pt) const {

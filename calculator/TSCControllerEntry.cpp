@@ -89,9 +89,13 @@ QString TSCController::logLine(const QString& expression, const std::string& res
         rate ? QString::fromUtf8(rate->suffix.data(), static_cast<qsizetype>(rate->suffix.size()))
              : QString();
     const std::string_view mark = units::unitMark(m_displayButtonState);
+    // A gauge or sample rate chosen long ago is said where the figure is.
+    const std::string choice = units::unitChoiceText(m_displayButtonState, m_unitChoice);
     return expression + QStringLiteral(" = ") + QString::fromStdString(result) +
            QString::fromLatin1(mark.data(), static_cast<qsizetype>(mark.size())) +
-           QLatin1Char('|') + suffix + (pt ? QStringLiteral(" (PT)\n") : QStringLiteral(" (PF)\n"));
+           QLatin1Char('|') + suffix +
+           (choice.empty() ? QString() : QLatin1Char(' ') + QString::fromStdString(choice)) +
+           (pt ? QStringLiteral(" (PT)\n") : QStringLiteral(" (PF)\n"));
 }
 
 void TSCController::finish(QObject*) {

@@ -11,6 +11,7 @@
 #include "HelpPage.h"
 #include "HelpWindow.h"
 #include "LogFile.h"
+#include "LogView.h"
 #include "TSCController.h"
 #include "ui_Calculator.h"
 
@@ -43,7 +44,7 @@ void TSCController::appendToLog(const QString& text) {
     const int start = end.position();
     // One step for Ctrl+Z, the indents included.
     end.beginEditBlock();
-    end.insertText(text);
+    end.insertText(LogView::unbreakable(text));
     const QFontMetricsF metrics(m_ui->calcLog->font());
     for (QTextBlock block = m_ui->calcLog->document()->findBlock(start); block.isValid();
          block = block.next()) {
@@ -85,7 +86,7 @@ void TSCController::savePanelDidEnd(const QString& chosenName, int returnCode) {
     if (returnCode != 1) return;
     // Blocks are separated by paragraph separators inside the document, and Shift+Return puts a
     // line separator; in the file both are the line feeds the user sees.
-    QString text = m_ui->calcLog->document()->toRawText();
+    QString text = LogView::withoutJoiners(m_ui->calcLog->document()->toRawText());
     text.replace(QChar::ParagraphSeparator, QLatin1Char('\n'));
     text.replace(QChar::LineSeparator, QLatin1Char('\n'));
     // A log file is a text file whatever the user typed: "out.csv" becomes "out.csv.txt".

@@ -93,6 +93,7 @@ void TSCController::setWrapsAt24Hours(bool wraps) {
 // Unit literals in the input now stand for other frame counts: the colours and the results follow.
 void TSCController::unitChoiceChanged() {
     checkUnitChoiceItems();
+    showUnitToolTips();
     if (m_highlighter) m_highlighter->rehighlight();
     m_clean = false;
     showLazyResults(true);

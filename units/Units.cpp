@@ -101,6 +101,14 @@ std::string_view unitMark(int displayState) {
     }
 }
 
+std::string unitChoiceText(int displayState, const UnitChoice& choice) {
+    if (displayState == DisplayStateFeetFrames) return std::string(choice.gauge->name);
+    if (displayState != DisplayStateSamples) return {};
+    const int kilohertz = choice.sampleRate / 1000;
+    const int hundreds = choice.sampleRate % 1000 / 100;
+    return std::to_string(kilohertz) + (hundreds ? "." + std::to_string(hundreds) : "") + "kHz";
+}
+
 std::optional<std::string> unitText(int displayState, double frames, int rateCode,
                                     const UnitChoice& choice) {
     switch (displayState) {

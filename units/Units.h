@@ -62,6 +62,10 @@ bool isUnitDisplay(int displayState);
 /// any other display state.
 std::string_view unitMark(int displayState);
 
+/// What a unit's figures depend on, as the log writes it after the unit: the gauge of feet+frames
+/// ("35mm-4perf") and the sample rate of samples ("48kHz"); empty for any other display state.
+std::string unitChoiceText(int displayState, const UnitChoice& choice);
+
 /// The text of a unit display state (feet+frames, samples, real time), or nothing for any other.
 std::optional<std::string> unitText(int displayState, double frames, int rateCode,
                                     const UnitChoice& choice);

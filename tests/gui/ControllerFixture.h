@@ -6,6 +6,7 @@
 #include <QTest>
 #include <memory>
 
+#include "LogView.h"
 #include "TSCController.h"
 #include "ui_Calculator.h"
 
@@ -41,7 +42,7 @@ protected:
 
     void type(const QString& text) { QTest::keyClicks(ui().inputField, text); }
     void pressReturn() { QTest::keyClick(ui().inputField, Qt::Key_Return); }
-    QString log() { return ui().calcLog->toPlainText(); }
+    QString log() { return vantrel::LogView::withoutJoiners(ui().calcLog->toPlainText()); }
 
     std::unique_ptr<vantrel::TSCController> controller;
 };

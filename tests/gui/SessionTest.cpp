@@ -238,9 +238,9 @@ INSTANTIATE_TEST_SUITE_P(Scripts, Session, testing::Values(
     SessionRow{"mode_button_flips_reading", "1\n{click modeButton}\n", any, "1 = 00:00:00.01|24 (PT)\n1 = 00:00:00.01|24 (PF)\n", any, "log reset clean"},
     SessionRow{"display_number", "{click displayButton}", " ~ 0 ~ 0", any, any},
     SessionRow{"display_change_unsettles", "1\n{click displayButton}", any, any, any, "log reset pt"},
-    SessionRow{"feet_logs_feet", "{rate 5}{display 2}01:00:00:00\n", "01:00:00:00 ~ 5400+00 ~ 5400+00", "01:00:00.00|23n = 5400+00ft|23n (PT)\n", any},
+    SessionRow{"feet_logs_feet", "{rate 5}{display 2}01:00:00:00\n", "01:00:00:00 ~ 5400+00 ~ 5400+00", "01:00:00.00|23n = 5400+00ft|23n 35mm-4perf (PT)\n", any},
     SessionRow{"feet_at_3perf", "{display 2}{gauge 1}1828", "1828 ~ 85+14.1 ~ 85+14.1", any, any},
-    SessionRow{"samples_at_44k", "{rate 4}{display 3}{sampleRate 44100}5\n", "5 ~ 7357 ~ 7357", "5 = 7357smp|29d (PT)\n", any},
+    SessionRow{"samples_at_44k", "{rate 4}{display 3}{sampleRate 44100}5\n", "5 ~ 7357 ~ 7357", "5 = 7357smp|29d 44.1kHz (PT)\n", any},
     SessionRow{"real_time_placeholder", "{display 4}1+", "1+ ~ 00:00:00.042 ~ 00:00:00.042", any, any},
     SessionRow{"real_time_empty", "{rate 19}{display 4}", " ~ 00:00:00.000 ~ 00:00:00.000", any, any},
     SessionRow{"unit_display_button_goes_to_disk", "{display 3}{click displayButton}", " ~ 00:00:00.00 ~ 00:00:00.00", any, any},
@@ -501,6 +501,40 @@ TEST_F(Session, WrapsAt24HoursOnRequestAndRemembersIt) {
     controller->setWrapsAt24Hours(false);
     controller.reset();
     EXPECT_FALSE(start().wrapsAt24Hours());
+}
+
+// In a narrow log a long calculation wraps at blanks and between operands, never inside a
+// timecode and its rate suffix; what is saved or copied has no marks of the wrapping.
+TEST_F(Session, LogWrapsBetweenValuesOnly) {
+    auto& calc = start();
+    calc.changeWindow(nullptr);
+    QTest::qWait(450);
+    calc.calcWindow()->resize(300, calc.calcWindow()->height());
+    QAction rate;
+    rate.setProperty("tag", DisplayState25fps);
+    calc.changeDisplayFrameRate(&rate);
+    type(QStringLiteral("01:00:10.00|24+00:00:05.00|24*2+00:00:01.12|30-00:00:00.05|24"));
+    pressReturn();
+    QTextDocument* document = ui().calcLog->document();
+    document->documentLayout()->documentSize();
+    const QTextBlock block = document->firstBlock();
+    ASSERT_GT(block.layout()->lineCount(), 1);
+    static const QRegularExpression value(
+        QStringLiteral("^\\d\\d:\\d\\d:\\d\\d\\.\\d\\d\\x{2060}?\\|"));
+    for (int line = 1; line < block.layout()->lineCount(); ++line) {
+        const QString rest = block.text().mid(block.layout()->lineAt(line).textStart());
+        // Each line starts at a value, an operator's operand or the reading, never at a suffix.
+        EXPECT_FALSE(rest.startsWith(QStringLiteral("24")) &&
+                     !rest.startsWith(QStringLiteral("24+")) &&
+                     block.text().at(block.layout()->lineAt(line).textStart() - 2) == u'|')
+            << rest.toStdString();
+        EXPECT_TRUE(value.match(rest).hasMatch() || rest.startsWith(QStringLiteral("= ")) ||
+                    rest.startsWith(QStringLiteral("(P")))
+            << rest.toStdString();
+    }
+    EXPECT_EQ(
+        log(),
+        "01:00:10.00|24+00:00:05.00|24*2+00:00:01.12|30-00:00:00.05|24 = 01:00:21.05|25 (PT)\n");
 }
 
 }  // namespace
