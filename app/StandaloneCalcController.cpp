@@ -142,7 +142,7 @@ void StandaloneCalcController::buildEditMenu(QMenuBar* menuBar) {
 
 void StandaloneCalcController::buildMenuBar(QMenuBar* menuBar) {
     QMenu* file = menuBar->addMenu(tr("&File"));
-    QAction* openEdl = file->addAction(tr("&Open EDL…"));
+    QAction* openEdl = file->addAction(tr("&Open Timeline…"));
     openEdl->setShortcut(QKeySequence::Open);
     connect(openEdl, &QAction::triggered, this,
             [this] { m_calcController->openTimeline(nullptr); });

@@ -127,9 +127,11 @@ QWidget* CutWindow::makeHeader() {
                                         code, qText(cut.rate.reason())));
     caption->setWordWrap(true);
     caption->setAccessibleName(tr("Rate"));
-    QString counts = plural(cut.events.size(), tr("1 event"), tr("%1 events")) + tr(" on ") +
-                     plural(summary.tracks.size(), tr("1 track"), tr("%1 tracks")) +
-                     QStringLiteral(", ") + seamCounts(summary);
+    QString counts = cut.clipList
+                         ? plural(cut.events.size(), tr("1 clip"), tr("%1 clips"))
+                         : plural(cut.events.size(), tr("1 event"), tr("%1 events")) + tr(" on ") +
+                               plural(summary.tracks.size(), tr("1 track"), tr("%1 tracks")) +
+                               QStringLiteral(", ") + seamCounts(summary);
     if (!cut.title.empty()) counts = qText(cut.title) + QStringLiteral(" · ") + counts;
     auto* countsLabel = new QLabel(counts);
     countsLabel->setAccessibleName(tr("Events and tracks"));

@@ -182,7 +182,7 @@ public slots:
     /// Completion of the save dialog: writes the log to the chosen file when accepted (code 1).
     void savePanelDidEnd(const QString& fileName, int returnCode);
     void openExpressionHelp(QObject* sender);
-    /// File > Open EDL…: the chosen file goes to openTimelineFile().
+    /// File > Open Timeline…: the chosen file goes to openTimelineFile().
     void openTimeline(QObject* sender);
     /// Opens the cut in a window of its own, logs one line of it and puts its running time into
     /// the input field; a file without events gets a message and changes nothing.

@@ -15,9 +15,9 @@
 
 #include "CutReport.h"
 #include "CutWindow.h"
-#include "EdlReader.h"
 #include "FrameRate.h"
 #include "TSCController.h"
+#include "TimelineReader.h"
 #include "ui_Calculator.h"
 
 namespace vantrel {
@@ -28,13 +28,19 @@ QString qText(const std::string& text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
+// The extensions of the files a cut comes in; the content decides how each is read.
+const QStringList kCutExtensions{QStringLiteral("edl"),     QStringLiteral("fcpxml"),
+                                 QStringLiteral("fcpxmld"), QStringLiteral("xml"),
+                                 QStringLiteral("otio"),    QStringLiteral("ale")};
+
 // The first local file of a drop that looks like a cut, or an empty text.
 QString droppedCut(const QMimeData* data) {
     if (!data || !data->hasUrls()) return {};
     for (const QUrl& url : data->urls()) {
+        const QString file = url.toLocalFile();
         if (url.isLocalFile() &&
-            url.toLocalFile().endsWith(QLatin1String(".edl"), Qt::CaseInsensitive)) {
-            return url.toLocalFile();
+            kCutExtensions.contains(QFileInfo(file).suffix(), Qt::CaseInsensitive)) {
+            return file;
         }
     }
     return {};
@@ -75,24 +81,29 @@ QRect besideCalculator(const QWidget* calculator, QSize size) {
 }  // namespace
 
 void TSCController::openTimeline(QObject*) {
-    auto* dialog = new QFileDialog(m_window, tr("Open EDL"));
+    auto* dialog = new QFileDialog(m_window, tr("Open Timeline"));
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setFileMode(QFileDialog::ExistingFile);
-    dialog->setNameFilters({tr("Edit decision lists (*.edl *.EDL)"), tr("All files (*)")});
+    dialog->setNameFilters(
+        {tr("Timelines (*.edl *.EDL *.fcpxml *.xml *.otio *.ale *.ALE)"),
+         tr("Edit decision lists (*.edl *.EDL)"), tr("Final Cut Pro X (*.fcpxml)"),
+         tr("Final Cut Pro 7, Premiere Pro, Resolve XML (*.xml)"), tr("OpenTimelineIO (*.otio)"),
+         tr("Avid Log Exchange (*.ale *.ALE)"), tr("All files (*)")});
     connect(dialog, &QFileDialog::fileSelected, this, &TSCController::openTimelineFile);
     dialog->open();
 }
 
 void TSCController::openTimelineFile(const QString& fileName) {
-    QFile file(fileName);
+    // A Final Cut Pro bundle (.fcpxmld) is a folder that holds the XML as Info.fcpxml.
+    QFile file(QFileInfo(fileName).isDir() ? fileName + QStringLiteral("/Info.fcpxml") : fileName);
     const QString name = QFileInfo(fileName).fileName();
     if (!file.open(QIODevice::ReadOnly)) {
-        QMessageBox::warning(m_window, tr("Open EDL"),
+        QMessageBox::warning(m_window, tr("Open Timeline"),
                              tr("%1 cannot be read: %2.").arg(name, file.errorString()));
         return;
     }
     const QByteArray bytes = file.readAll();
-    timeline::Cut cut = timeline::readEdl(
+    timeline::Cut cut = timeline::readTimeline(
         std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size())),
         {timeline::RateOrigin::CurrentRate, m_displayFrameRateState});
     if (cut.events.empty()) return showNoEvents(name, cut);
@@ -134,13 +145,16 @@ void TSCController::showCutWindow(const QString& fileName,
 // A file without a single event gets one message and changes nothing: no line in the log, the
 // input as it was.
 void TSCController::showNoEvents(const QString& name, const timeline::Cut& cut) {
-    auto* message = new QMessageBox(QMessageBox::Warning, tr("Open EDL"),
+    auto* message = new QMessageBox(QMessageBox::Warning, tr("Open Timeline"),
                                     tr("%1 holds no events.").arg(name), QMessageBox::Ok, m_window);
     message->setAttribute(Qt::WA_DeleteOnClose);
+    // The reader's own sentence where it has one: binary data, not well-formed XML, an FCPXML
+    // version it does not know, an ALE without its rate.
+    const bool unreadable =
+        !cut.problems.empty() && cut.problems.front().kind == timeline::ProblemKind::Unreadable;
     message->setInformativeText(
-        !cut.problems.empty() && cut.problems.front().kind == timeline::ProblemKind::Unreadable
-            ? tr("It is binary data, not an edit decision list.")
-            : tr("No line of it reads as an event of an edit decision list."));
+        unreadable ? qText(cut.problems.front().message) + u'.'
+                   : tr("No line of it reads as an event of an edit decision list."));
     QString details;
     for (const timeline::Problem& problem : cut.problems) {
         details += qText(timeline::problemText(problem)) + u'\n';

@@ -59,13 +59,17 @@ and the PF result. A reading without a result leaves its field empty.
   -n, --notation NAME  classic (01:00:10.12, the default) or smpte (01:00:10:12, with ';'
                        before the frames at the drop-frame rates): how timecodes are
                        written; both are always read
-      --edl FILE       read the edit decision list FILE ('-' for standard input) and
+      --timeline FILE  read the cut in FILE ('-' for standard input): an EDL, FCPXML
+                       (or an .fcpxmld bundle), Final Cut Pro 7 / Premiere / Resolve
+                       XML, OpenTimelineIO or Avid ALE, told apart by their content;
                        print first "rate", the rate it was read at and why, then each
                        event, each track's sum, span, gaps and overlaps, and last
-                       "total", the running time and its frame count; without -r the
-                       rate comes from the file (its FCM line and frame labels), with
-                       -r the rate given counts (an FCM line picks its drop-frame or
-                       non-drop twin) unless it cannot hold the file's labels
+                       "total", the running time and its frame count (an ALE's: the
+                       sum of its clips). The formats but EDL state their rate; an
+                       EDL's comes, without -r, from its FCM line and frame labels,
+                       with -r from the rate given (an FCM line picks its drop-frame
+                       or non-drop twin) unless it cannot hold the file's labels
+      --edl FILE       the same as --timeline FILE
       --disk RES,ASPECT,FORMAT,LINK
                        after the two results, four more tab-separated fields: the PT disk
                        space, PT transfer time, PF disk space and PF transfer time, for these
@@ -284,7 +288,9 @@ Options parseOptions(const std::vector<std::string>& arguments) {
     valueOption("--gauge", [&](std::string_view value) { options.units.gauge = gauge(value); });
     valueOption("--sample-rate",
                 [&](std::string_view value) { options.units.sampleRate = sampleRate(value); });
-    valueOption("--edl", [&](std::string_view value) { options.edlFile = std::string(value); });
+    // --edl came first; both read every kind of timeline file.
+    valueOption("--edl,--timeline",
+                [&](std::string_view value) { options.edlFile = std::string(value); });
     valueOption("--disk",
                 [&](std::string_view value) { options.disk = diskChoice("--disk", value); });
     valueOption("--film",
@@ -310,7 +316,7 @@ Options parseOptions(const std::vector<std::string>& arguments) {
         if (unknown != "--") throw UsageError("unknown option '" + unknown + "'");
     }
     if (options.edlFile && !options.expressions.empty()) {
-        throw UsageError("option '--edl' reads a file and takes no expressions");
+        throw UsageError("option '--timeline' (or '--edl') reads a file and takes no expressions");
     }
     return options;
 }

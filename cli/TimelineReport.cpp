@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdint>
 #include <cstring>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <ostream>
@@ -13,8 +14,8 @@
 
 #include "CutReport.h"
 #include "CutSummary.h"
-#include "EdlReader.h"
 #include "FrameRate.h"
+#include "TimelineReader.h"
 
 namespace vantrel {
 
@@ -29,7 +30,12 @@ std::int64_t whole(double frames) {
 
 std::optional<std::string> contentsOf(const std::string& file, std::istream& input) {
     if (file == "-") return std::string(std::istreambuf_iterator<char>(input), {});
-    std::ifstream stream(file, std::ios::binary);
+    // A Final Cut Pro bundle (.fcpxmld) is a folder that holds the XML as Info.fcpxml.
+    std::error_code error;
+    const bool folder = std::filesystem::is_directory(file, error);
+    std::ifstream stream(
+        folder ? std::filesystem::path(file) / "Info.fcpxml" : std::filesystem::path(file),
+        std::ios::binary);
     if (!stream) return std::nullopt;
     std::ostringstream contents;
     contents << stream.rdbuf();
@@ -129,7 +135,7 @@ int printTimelineReport(const std::string& file, const timeline::RateRequest& re
         errors << "vantrel-calc: cannot read '" << file << "': " << std::strerror(errno) << '\n';
         return 2;
     }
-    const timeline::Cut cut = timeline::readEdl(*text, request);
+    const timeline::Cut cut = timeline::readTimeline(*text, request);
     if (cut.rate.givenRateRejected) {
         printRejectedRate(file, cut, request.code, errors);
         return 1;

@@ -5,7 +5,7 @@ set -euo pipefail
 
 packages=(
     cmake ninja-build g++ pkg-config git
-    libonig-dev nlohmann-json3-dev libcli11-dev help2man
+    libonig-dev nlohmann-json3-dev libcli11-dev libpugixml-dev help2man
     dpkg-dev
     qt6-base-dev qt6-base-dev-tools qt6-svg-dev qt6-qpa-plugins libgl-dev fonts-dejavu-core
     libgtest-dev libbenchmark-dev

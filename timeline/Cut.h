@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -46,6 +47,8 @@ struct Problem {
 };
 
 struct Cut {
+    std::string format = "EDL";  // the kind of file it was read from: EDL, FCPXML, xmeml, OTIO, ALE
+    bool clipList = false;       // clips to sum, placed end to end, rather than a cut
     std::string title;
     RateChoice rate;
     std::vector<Event> events;
@@ -58,5 +61,18 @@ struct Cut {
 };
 
 inline constexpr std::size_t kMaxProblems = 100;
+
+/// Adds a problem, counted always and kept while there is room.
+void addProblem(Cut& cut, Problem problem);
+
+/// "001", "002" … "1000": event numbers as EDLs write them, for the files that have none.
+std::string eventNumber(std::size_t index);
+
+/// "D 012": the transition column of an event that a dissolve of that many frames brings in.
+std::string dissolve(std::int64_t frames);
+
+/// Places the events of a clip list end to end from frame 0, in their order, so that the running
+/// time is the sum of their durations.
+void placeEndToEnd(Cut& cut);
 
 }  // namespace vantrel::timeline

@@ -66,9 +66,12 @@ std::string summaryLine(std::string_view format, std::string_view fileName, cons
                         const Summary& summary, Calc& writer) {
     writer.setFps(cut.rateCode());
     const std::size_t events = cut.events.size();
+    const std::string what =
+        cut.clipList ? (events == 1 ? " clip" : " clips") : (events == 1 ? " event" : " events");
     return std::string(format) + " " + std::string(fileName) + ": " + std::to_string(events) +
-           (events == 1 ? " event" : " events") + " at " + suffixOf(cut.rateCode()) +
-           ", running time " + writer.stringFromFramecount(summary.runningTime()) + " (" +
+           what + " at " + suffixOf(cut.rateCode()) +
+           (cut.clipList ? ", total " : ", running time ") +
+           writer.stringFromFramecount(summary.runningTime()) + " (" +
            groupedDigits(summary.runningTime()) + " frames)";
 }
 

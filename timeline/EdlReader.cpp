@@ -195,11 +195,8 @@ private:
     }
 
     void problem(std::string message, ProblemKind kind) {
-        if (kind == ProblemKind::LostEvent) ++m_cut.lostEvents;
-        if (m_cut.problemCount++ < kMaxProblems) {
-            m_cut.problems.push_back(
-                {m_number, std::string(shortened(m_line, 200)), std::move(message), kind});
-        }
+        addProblem(m_cut,
+                   {m_number, std::string(shortened(m_line, 200)), std::move(message), kind});
     }
     void warn(std::string message) { problem(std::move(message), ProblemKind::Warning); }
     void lose(std::string message) { problem(std::move(message), ProblemKind::LostEvent); }
@@ -307,9 +304,7 @@ Cut readEdl(std::string_view bytes, const RateRequest& request) {
     if (decoded.encoding == Encoding::Binary) {
         Cut cut;
         cut.rate = chooseRate({}, request);
-        cut.problems.push_back(
-            {0, {}, "binary data, not an edit decision list", ProblemKind::Unreadable});
-        cut.problemCount = 1;
+        addProblem(cut, {0, {}, "binary data, not an edit decision list", ProblemKind::Unreadable});
         return cut;
     }
     return Reader(splitLines(decoded.text), request).read();

@@ -117,6 +117,35 @@ RateChoice chooseRate(const RateEvidence& evidence, const RateRequest& request) 
     return fromFile(evidence, request);
 }
 
+RateChoice statedRate(int code, const RateRequest& request) {
+    RateChoice choice{code, "stated by the file", {}, false, -1};
+    if (request.origin != RateOrigin::File && request.code != code &&
+        frameRateForCode(request.code)) {
+        choice.conflict =
+            std::string(request.origin == RateOrigin::GivenRate ? "the rate given "
+                                                                : "the current rate ") +
+            rateName(request.code) + " differs";
+    }
+    return choice;
+}
+
+std::optional<int> codeOfExactRate(std::int64_t numerator, std::int64_t denominator,
+                                   bool dropFrame) {
+    // Far beyond any rate: the crosswise products below must stay within 64 bits.
+    constexpr std::int64_t kLargest = 1'000'000'000;
+    if (numerator <= 0 || denominator <= 0 || numerator > kLargest || denominator > kLargest) {
+        return std::nullopt;
+    }
+    std::optional<int> found;
+    for (const FrameRate& rate : kFrameRates) {
+        // Both fractions in lowest terms compare crosswise.
+        if (rate.exact.numerator * denominator != numerator * rate.exact.denominator) continue;
+        if (!found || isDropFrame(rate) == dropFrame) found = rate.code;
+        if (isDropFrame(rate) == dropFrame) break;
+    }
+    return found;
+}
+
 std::string rateName(int code) {
     const FrameRate* rate = frameRateForCode(code);
     if (!rate) return "?";

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+#include <optional>
 #include <string>
 
 #include "DisplayState.h"
@@ -49,6 +51,15 @@ struct RateChoice {
 
 /// The rate to read a file at, from what it says and what was asked for.
 RateChoice chooseRate(const RateEvidence& evidence, const RateRequest& request);
+
+/// The rate a file states (FCPXML, xmeml, OpenTimelineIO, ALE), which counts whatever was asked
+/// for; the reason says when it differs from the rate the user has.
+RateChoice statedRate(int code, const RateRequest& request);
+
+/// The code of a rate of frames a second given exactly (30000/1001), counting drop frame when
+/// asked and the rate has it; nothing for a rate Vantrel does not count in (15, 12.5).
+std::optional<int> codeOfExactRate(std::int64_t numerator, std::int64_t denominator,
+                                   bool dropFrame);
 
 /// How a rate is named in sentences and headings: "29.97 DF", "23.976", "25".
 std::string rateName(int code);

@@ -1,0 +1,29 @@
+#include "Cut.h"
+
+namespace vantrel::timeline {
+
+void addProblem(Cut& cut, Problem problem) {
+    if (problem.kind == ProblemKind::LostEvent) ++cut.lostEvents;
+    if (cut.problemCount++ < kMaxProblems) cut.problems.push_back(std::move(problem));
+}
+
+std::string eventNumber(std::size_t index) {
+    std::string number = std::to_string(index);
+    return number.size() < 3 ? std::string(3 - number.size(), '0') + number : number;
+}
+
+std::string dissolve(std::int64_t frames) {
+    return "D " + eventNumber(static_cast<std::size_t>(frames < 0 ? 0 : frames));
+}
+
+void placeEndToEnd(Cut& cut) {
+    double place = 0;
+    for (Event& event : cut.events) {
+        const double duration = event.duration();
+        event.recordIn = place;
+        event.recordOut = place + duration;
+        place = event.recordOut;
+    }
+}
+
+}  // namespace vantrel::timeline

@@ -1,0 +1,25 @@
+#include "XmlFile.h"
+
+namespace vantrel::timeline {
+
+XmlFile::XmlFile(std::string_view bytes, std::string_view rootName) {
+    const pugi::xml_parse_result parsed = m_document.load_buffer(
+        bytes.data(), bytes.size(), pugi::parse_default, pugi::encoding_auto);
+    if (!parsed) {
+        m_problem = "not well-formed XML at byte " + std::to_string(parsed.offset) + ": " +
+                    parsed.description();
+    } else if (root().name() != rootName) {
+        m_problem = "an XML file whose root is <" + std::string(root().name()) + ">, not <" +
+                    std::string(rootName) + ">";
+    }
+}
+
+Cut XmlFile::failed(std::string format, const RateRequest& request) const {
+    Cut cut;
+    cut.format = std::move(format);
+    cut.rate = chooseRate({}, request);
+    addProblem(cut, {0, {}, m_problem, ProblemKind::Unreadable});
+    return cut;
+}
+
+}  // namespace vantrel::timeline
