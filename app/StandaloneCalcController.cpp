@@ -160,15 +160,17 @@ void StandaloneCalcController::buildMenuBar(QMenuBar* menuBar) {
     connect(quit, &QAction::triggered, qApp, &QApplication::quit);
     buildEditMenu(menuBar);
 
-    m_displayModeMenu =
-        addTaggedMenu(menuBar, tr("&Display"), &StandaloneCalcController::changeDisplayMode,
-                      {{tr("&Time"), QKeySequence(tr("Ctrl+1")), DisplayStateTime},
-                       {tr("&Frame Number"), QKeySequence(tr("Ctrl+2")), DisplayStateNumber},
-                       {tr("&Disk Space"), QKeySequence(tr("Ctrl+3")), DisplayStateDiskSpace},
-                       {tr("F&ilm Length"), QKeySequence(tr("Ctrl+4")), DisplayStateFilmLength},
-                       {tr("F&eet+Frames"), QKeySequence(tr("Ctrl+7")), DisplayStateFeetFrames},
-                       {tr("Sa&mples"), QKeySequence(tr("Ctrl+8")), DisplayStateSamples},
-                       {tr("Re&al Time"), QKeySequence(tr("Ctrl+9")), DisplayStateRealTime}});
+    m_displayModeMenu = addTaggedMenu(
+        menuBar, tr("&Display"), &StandaloneCalcController::changeDisplayMode,
+        {{tr("&Time"), QKeySequence(tr("Ctrl+1")), DisplayStateTime},
+         {tr("&Frame Number"), QKeySequence(tr("Ctrl+2")), DisplayStateNumber},
+         {tr("&Disk Space"), QKeySequence(tr("Ctrl+3")), DisplayStateDiskSpace},
+         {tr("F&ilm Length"), QKeySequence(tr("Ctrl+4")), DisplayStateFilmLength},
+         {tr("F&eet+Frames"), QKeySequence(tr("Ctrl+7")), DisplayStateFeetFrames},
+         {tr("Sa&mples"), QKeySequence(tr("Ctrl+8")), DisplayStateSamples},
+         {tr("Re&al Time"), QKeySequence(tr("Ctrl+9")), DisplayStateRealTime},
+         {tr("Rational &Seconds"), QKeySequence(tr("Ctrl+Alt+7")), DisplayStateRational},
+         {tr("Premiere Tic&ks"), QKeySequence(tr("Ctrl+Alt+8")), DisplayStateTicks}});
     m_calcController->addUnitChoiceItems(m_displayModeMenu);
     m_displayModeMenu->addSeparator();
     addCommand(m_displayModeMenu, tr("Show or Hide the &Log"), QKeySequence(tr("Ctrl+L")),

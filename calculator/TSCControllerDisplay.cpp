@@ -29,6 +29,10 @@ QString displayStatePicture(int state) {
             return QStringLiteral("DisplayButtonSamples");
         case DisplayStateRealTime:
             return QStringLiteral("DisplayButtonRealTime");
+        case DisplayStateRational:
+            return QStringLiteral("DisplayButtonRational");
+        case DisplayStateTicks:
+            return QStringLiteral("DisplayButtonTicks");
         default:
             return QStringLiteral("DisplayButtonTime");
     }
@@ -58,6 +62,10 @@ QString displayStateName(int state) {
             return QObject::tr("Display: audio samples");
         case DisplayStateRealTime:
             return QObject::tr("Display: real time");
+        case DisplayStateRational:
+            return QObject::tr("Display: rational seconds");
+        case DisplayStateTicks:
+            return QObject::tr("Display: Premiere ticks");
         default:
             return QObject::tr("Display: time");
     }
@@ -242,6 +250,10 @@ void TSCController::showUnitToolTips() {
                            .replace(QStringLiteral("kHz"), QStringLiteral(" kHz")));
     } else if (m_displayButtonState == DisplayStateRealTime) {
         tip = tr("Real time of the frames, to the millisecond");
+    } else if (m_displayButtonState == DisplayStateRational) {
+        tip = tr("Seconds as a fraction at the exact rate, as FCPXML writes them");
+    } else if (m_displayButtonState == DisplayStateTicks) {
+        tip = tr("Premiere ticks, 254,016,000,000 a second");
     }
     m_ui->resultField->setToolTip(tip);
     m_ui->resultField2->setToolTip(tip);

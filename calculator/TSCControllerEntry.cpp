@@ -75,6 +75,10 @@ QString TSCController::placeholder() const {
             return QStringLiteral("0+00");
         case DisplayStateRealTime:
             return QStringLiteral("00:00:00.000");
+        case DisplayStateRational:
+            return QStringLiteral("0s");
+        case DisplayStateTicks:
+            return QStringLiteral("0");
         default:
             return timecodeNotation() == TimecodeNotation::Smpte ? QStringLiteral("00:00:00:00")
                                                                  : QStringLiteral("00:00:00.00");

@@ -33,10 +33,12 @@ and the PF result. A reading without a result leaves its field empty.
                        95n, 100, 119n, 119d or 120 (default 24): d is drop frame, n
                        non-drop at 23.976, 29.97, 47.952, 59.94, 95.904 or 119.88; at
                        119n, 119d and 120 the frame field has three digits
-  -d, --display MODE   time, number, film, disk, feet, samples or realtime (default time):
-                       the display state the results are formatted for; feet is
-                       FEET+FRAMES of film, samples the audio samples from frame 0,
-                       realtime HH:MM:SS.mmm of real time, all at the exact rates
+  -d, --display MODE   time, number, film, disk, feet, samples, realtime, rational or
+                       ticks (default time): the display state the results are
+                       formatted for; feet is FEET+FRAMES of film, samples the audio
+                       samples from frame 0, realtime HH:MM:SS.mmm of real time,
+                       rational seconds as FCPXML writes them (1001/24000s), ticks
+                       Premiere's 254016000000 a second, all at the exact rates
       --gauge NAME     the film for feet: 35mm-4perf (the default), 35mm-3perf,
                        35mm-2perf, 16mm or 65mm-5perf
       --sample-rate HZ the audio for samples: 44100, 48000 (the default) or 96000
@@ -51,7 +53,8 @@ and the PF result. A reading without a result leaves its field empty.
   -b, --beautify       print each expression's normalised form instead of its results
   -j, --json           print one JSON object per expression instead of tab-separated
                        fields: "expression", "pt", "pf", "ptFrames", "pfFrames", the
-                       unit display's pair ("feetFramesPT", "samplesPT", "realTimePT" and
+                       unit display's pair ("feetFramesPT", "samplesPT", "realTimePT",
+                       "rationalPT", "ticksPT" and
                        their PF twins), and the side figures asked for ("diskSpacePT" ...
                        "filmLengthPF"); a
                        reading without a result, and a count that is not a finite
@@ -89,7 +92,7 @@ struct DisplayModeName {
     int mode;
 };
 
-constexpr std::array<DisplayModeName, 7> kDisplayModes{{
+constexpr std::array<DisplayModeName, 9> kDisplayModes{{
     {"time", DisplayStateTime},
     {"number", DisplayStateNumber},
     {"film", DisplayStateFilmLength},
@@ -97,6 +100,8 @@ constexpr std::array<DisplayModeName, 7> kDisplayModes{{
     {"feet", DisplayStateFeetFrames},
     {"samples", DisplayStateSamples},
     {"realtime", DisplayStateRealTime},
+    {"rational", DisplayStateRational},
+    {"ticks", DisplayStateTicks},
 }};
 
 // The JSON keys of each unit display's two results.
@@ -106,10 +111,12 @@ struct UnitKeys {
     std::string_view pf;
 };
 
-constexpr std::array<UnitKeys, 3> kUnitKeys{{
+constexpr std::array<UnitKeys, 5> kUnitKeys{{
     {DisplayStateFeetFrames, "feetFramesPT", "feetFramesPF"},
     {DisplayStateSamples, "samplesPT", "samplesPF"},
     {DisplayStateRealTime, "realTimePT", "realTimePF"},
+    {DisplayStateRational, "rationalPT", "rationalPF"},
+    {DisplayStateTicks, "ticksPT", "ticksPF"},
 }};
 
 struct NotationName {
@@ -175,7 +182,7 @@ int displayMode(std::string_view text) {
         if (entry.name == text) return entry.mode;
     }
     throw UsageError("unknown display mode '" + std::string(text) +
-                     "' (use time, number, film, disk, feet, samples or realtime)");
+                     "' (use time, number, film, disk, feet, samples, realtime, rational or ticks)");
 }
 
 const units::Gauge* gauge(std::string_view text) {

@@ -36,5 +36,8 @@ inline constexpr int DisplayStateDiskSpace = -2;
 inline constexpr int DisplayStateFeetFrames = 2;
 inline constexpr int DisplayStateSamples = 3;
 inline constexpr int DisplayStateRealTime = 4;
+// The units timeline files count time in: seconds as a fraction (FCPXML) and Premiere's ticks.
+inline constexpr int DisplayStateRational = 5;
+inline constexpr int DisplayStateTicks = 6;
 
 }  // namespace vantrel

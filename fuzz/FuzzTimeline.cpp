@@ -1,4 +1,5 @@
-// libFuzzer entry point for the reading of a cut: every input is a file, read as the window and
+// libFuzzer entry point for the reading of a cut: every input is a file of any of the formats
+// (EDL, FCPXML, xmeml, OpenTimelineIO, ALE, told apart by their content), read as the window and
 // vantrel-calc read it, and everything shown of it is worked out and checked against what must hold
 // whatever the bytes: no crash, no hang, events that run forwards at a real rate, text that is
 // UTF-8, a report that starts with the rate and ends with the total. A violation stops the process
@@ -17,9 +18,9 @@
 #include <vector>
 
 #include "CutReport.h"
-#include "EdlReader.h"
 #include "EventTable.h"
 #include "FrameRate.h"
+#include "TimelineReader.h"
 
 namespace {
 
@@ -89,7 +90,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const RateRequest request{static_cast<RateOrigin>(data[0] % 3),
                               kFrameRates[(data[0] / 3u) % kFrameRates.size()].code};
     const std::string_view bytes(reinterpret_cast<const char*>(data + 1), size - 1);
-    Cut cut = readEdl(bytes, request);
+    Cut cut = readTimeline(bytes, request);
     checkCut(cut);
     if (!cut.events.empty() && !cut.rate.givenRateRejected) checkShown(std::move(cut));
     return 0;

@@ -37,6 +37,12 @@ STATES = {
                  '<circle cx="5.5" cy="12" r="4.5" fill="none" stroke="%s" stroke-width="1.6"/>'
                  '<path d="M4 5.5H7 M5.5 6V7.5 M5.5 9.5V12H7.5" fill="none" stroke="%s" '
                  'stroke-width="1.2"/>' % (INK, INK)),
+    "Rational": ("Display: rational seconds", "RS",
+                 '<path d="M9.5 6.5L2.5 17.5" fill="none" stroke="%s" stroke-width="1.6"/>'
+                 '<path fill="%s" d="M0.5 6.5H4V10H0.5Z M8 13.5H11.5V17H8Z"/>' % (INK, INK)),
+    "Ticks": ("Display: Premiere ticks", "TK",
+              '<path d="M0.5 16.5H11.5 M1.5 16V9 M4.25 16V12 M7 16V9 M9.75 16V12" fill="none" '
+              'stroke="%s" stroke-width="1.2"/>' % INK),
 }
 
 

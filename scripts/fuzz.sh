@@ -59,8 +59,9 @@ seed_corpus() {
     mkdir -p "$corpus" "$artifacts"
     local seed selector
     if [ "$target" = timeline ]; then
-        # The cuts of the golden files, each behind a request byte for a rate from the file.
-        for seed in "$root"/tests/golden/*.edl; do
+        # The cuts of the golden files in every format, each behind a request byte for a rate
+        # from the file.
+        for seed in "$root"/tests/golden/*.{edl,fcpxml,xml,otio,ale}; do
             { printf '\0'; cat "$seed"; } >"$corpus/seed-$(basename "$seed")"
         done
         return
@@ -87,7 +88,7 @@ exec "$build/bin/$binary" \
     -max_total_time="$seconds" \
     -max_len="$max_len" \
     -timeout=5 \
-    -dict="$root/fuzz/$([ "$target" = timeline ] && echo edl || echo expression).dict" \
+    -dict="$root/fuzz/$([ "$target" = timeline ] && echo timeline || echo expression).dict" \
     -artifact_prefix="$artifacts/" \
     -print_final_stats=1 \
     "$corpus"

@@ -177,6 +177,18 @@ std::string evaluated(const EngineRow& row) {
              return eachUnitText(
                  input, true, [](double count, int code) { return units::realTime(count, code); });
          }},
+        {"rational",
+         [&] {
+             return eachUnitText(input, true, [](double count, int code) {
+                 return units::rationalSeconds(count, code);
+             });
+         }},
+        {"ticks",
+         [&] {
+             return eachUnitText(input, true, [](double count, int code) {
+                 return units::premiereTicks(count, code);
+             });
+         }},
         {"duration", [&] { return side_calculators::durationText(number(input)); }},
     };
     return calls.at(call)();
@@ -344,6 +356,10 @@ INSTANTIATE_TEST_SUITE_P(Engine, EngineCases, testing::Values<EngineRow>(
     EngineRow{"samples_literal_44k", "units", 1, "1764smp at 0,44100", "[1764smp] = 1 ~ 1764smp"},
     EngineRow{"real_time_literal", "units", 5, "01:00:03.600rt+1:30rt at 0,48000", "[01:00:03.600rt+1:30rt] = 88558 ~ 01:00:03.600rt+1:30rt"},
     EngineRow{"real_time_rounds_to_a_frame", "units", 19, "0.004rt at 0,48000", "[0.004rt] = 0 ~ 0.004rt"},
+    EngineRow{"rational_literal", "units", 5, "1001/24000s + 3600s at 0,48000", "[1001/24000s + 3600s] = 86315 ~ 1001/24000s+3600s"},
+    EngineRow{"rational_literal_half_frame_up", "units", 0, "1/48s+3/48s at 0,48000", "[1/48s+3/48s] = 3 ~ 1/48s+3/48s"},
+    EngineRow{"ticks_literal", "units", 4, "8475667200tk*30 at 0,48000", "[8475667200tk*30] = 30 ~ 8475667200tk*30"},
+    EngineRow{"ticks_literal_rounds", "units", 7, "7938000000tk+5292000001tk at 0,48000", "[7938000000tk+5292000001tk] = 3 ~ 7938000000tk+5292000001tk"},
     EngineRow{"literal_glued_to_a_letter", "units", 1, "x5ft at 0,48000", "x[5]ft = 5 ~ x5ft"},
     EngineRow{"literal_after_a_suffix_bar", "units", 1, "01:00:00.00|25rt at 0,48000", "[01:00:00.00|25]rt = 90000 ~ 01:00:00.00|25rt"},
     EngineRow{"literal_then_red", "units", 1, "2ft/0123 at 0,48000", "[2ft]/0123 = 32 ~ 2ft/00:00:01.23|25"},
@@ -423,6 +439,13 @@ INSTANTIATE_TEST_SUITE_P(Engine, EngineCases, testing::Values<EngineRow>(
     EngineRow{"samples_96k_119d", "samples", 18, "5 431568 at 96000", "4004 345599654"},
     EngineRow{"samples_range", "samples", 1, "520833333 520833334 nan at 48000", "999999999360 ∞ NaN"},
     EngineRow{"real_time_each_rate", "real time", 0, "86400 at 0,1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,16,17,18,19", "01:00:00.000 00:57:36.000 00:48:00.000 01:00:03.600 00:48:02.880 01:00:03.600 00:48:02.880 00:30:00.000 00:28:48.000 00:24:00.000 00:24:01.440 00:30:01.800 00:24:01.440 00:20:00.000 00:15:00.000 00:15:00.900 00:14:24.000 00:12:00.720 00:12:00.720 00:12:00.000"},
+    // Rational seconds and ticks of one frame at every code, and of an hour, a negative count, the
+    // edges of their ranges.
+    EngineRow{"rational_each_rate", "rational", 0, "1 at 0,1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,16,17,18,19", "1/24s 1/25s 1/30s 1001/24000s 1001/30000s 1001/24000s 1001/30000s 1/48s 1/50s 1/60s 1001/60000s 1001/48000s 1001/60000s 1/72s 1/96s 1001/96000s 1/100s 1001/120000s 1001/120000s 1/120s"},
+    EngineRow{"rational_lowest_terms", "rational", 0, "86400 30 at 5", "18018/5s 1001/800s"},
+    EngineRow{"rational_signs_and_range", "rational", 0, "30 -2.5 -0.4 1000000000000000 1000000000000001 nan at 0", "5/4s -1/8s 0s 125000000000000/3s ∞ NaN"},
+    EngineRow{"ticks_each_rate", "ticks", 0, "1 at 0,1,2,3,4,5,6,7,8,9,10,11,12,13,14,15,16,17,18,19", "10584000000 10160640000 8467200000 10594584000 8475667200 10594584000 8475667200 5292000000 5080320000 4233600000 4237833600 5297292000 4237833600 3528000000 2646000000 2648646000 2540160000 2118916800 2118916800 2116800000"},
+    EngineRow{"ticks_range", "ticks", 0, "86400 -1 94482237 94482238 nan at 0", "914457600000000 -10584000000 999999996408000000 ∞ NaN"},
     EngineRow{"real_time_edges", "real time", 0, "1 -86400 863999999 864000000 at 0", "00:00:00.042 -01:00:00.000 9999:59:59.958 ∞"}),
     rowName<EngineRow>);
 // clang-format on

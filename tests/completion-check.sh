@@ -25,7 +25,7 @@ check_values() {
 }
 
 check_values -r 20
-check_values --display 7
+check_values --display 9
 check_values --gauge 5
 check_values --sample-rate 3
 check_values -n 2

@@ -146,7 +146,7 @@ private:
     // The children of a storyline: clips one after another, their anchored items on their lanes.
     // A child's place is the container's place plus its offset from the container's start.
     void readContainer(const pugi::xml_node& container, Rational place, Rational start,
-                       const std::string& track) {
+                       const std::string& track, int depth = 0) {
         std::string transition = "C";
         for (const pugi::xml_node& child : container.children()) {
             const std::string_view name = child.name();
@@ -160,12 +160,19 @@ private:
                 addEvent(child, childPlace, track, transition);
                 transition = "C";
             }
-            readAnchored(child, childPlace);
+            readAnchored(child, childPlace, depth + 1);
         }
     }
 
-    // Connected clips and secondary storylines, each on the track of its lane.
-    void readAnchored(const pugi::xml_node& parent, Rational parentPlace) {
+    // Connected clips and secondary storylines, each on the track of its lane. Editing systems
+    // nest a few levels; a file nested deeper than kDeepest is not followed further.
+    void readAnchored(const pugi::xml_node& parent, Rational parentPlace, int depth) {
+        constexpr int kDeepest = 64;
+        if (depth > kDeepest) {
+            if (!m_warnedOfDepth) warn("clips connected more than 64 levels deep are left out");
+            m_warnedOfDepth = true;
+            return;
+        }
         const Rational parentStart = timeOf(parent, "start");
         for (const pugi::xml_node& child : parent.children()) {
             const pugi::xml_attribute lane = child.attribute("lane");
@@ -173,10 +180,10 @@ private:
             const std::string track = trackOfLane(lane.as_int());
             const Rational childPlace = parentPlace + (timeOf(child, "offset") - parentStart);
             if (std::string_view(child.name()) == "spine") {
-                readContainer(child, childPlace, timeOf(child, "start"), track);
+                readContainer(child, childPlace, timeOf(child, "start"), track, depth + 1);
             } else if (isClip(child)) {
                 addEvent(child, childPlace, track, "C");
-                readAnchored(child, childPlace);
+                readAnchored(child, childPlace, depth + 1);
             }
         }
     }
@@ -230,6 +237,7 @@ private:
     std::map<std::string, pugi::xml_node, std::less<>> m_resources;
     Rational m_framesPerSecond{24, 1};
     bool m_warnedOfFractions = false;
+    bool m_warnedOfDepth = false;
     Cut m_cut;
 };
 

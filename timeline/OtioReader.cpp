@@ -204,7 +204,10 @@ private:
         return std::floor(exact + 0.5);
     }
 
-    double durationOf(const Json& item) const {
+    // A nested stack deeper than editing systems write is taken to last nothing.
+    double durationOf(const Json& item, int depth = 0) const {
+        constexpr int kDeepest = 64;
+        if (depth > kDeepest) return 0.0;
         const Json& range = member(item, "source_range");
         if (range.is_object()) return frames(member(range, "duration"));
         if (hasSchema(item, "Clip")) {
@@ -215,7 +218,7 @@ private:
         for (const Json& track : member(item, "children")) {
             double length = 0.0;
             for (const Json& child : member(track, "children")) {
-                if (!hasSchema(child, "Transition")) length += durationOf(child);
+                if (!hasSchema(child, "Transition")) length += durationOf(child, depth + 1);
             }
             longest = std::max(longest, length);
         }

@@ -14,7 +14,8 @@ namespace {
 // letter follows its unit. Field widths keep every count within 64-bit arithmetic.
 const Regex& literalPattern() {
     static const Regex pattern(R"((?<![\w.:;|])(?:\d{1,7}(?:\+\d{1,2}(?:\.[123])?)?ft|\d{1,12}smp|)"
-                               R"((?:(?:\d{1,4}:)?\d{1,2}:)?\d{1,6}(?:\.\d{1,3})?rt)(?![A-Za-z]))");
+                               R"((?:(?:\d{1,4}:)?\d{1,2}:)?\d{1,6}(?:\.\d{1,3})?rt|)"
+                               R"(\d{1,12}(?:/\d{1,9})?s|\d{1,18}tk)(?![A-Za-z]))");
     return pattern;
 }
 
@@ -67,14 +68,32 @@ std::int64_t framesOf(std::string_view literal, int rateCode, const UnitChoice& 
         return rounded(digits(literal.substr(0, literal.size() - 3)) * exact.numerator,
                        std::int64_t{choice.sampleRate} * exact.denominator);
     }
-    return rounded(milliseconds(literal.substr(0, literal.size() - 2)) * exact.numerator,
-                   1000 * exact.denominator);
+    if (literal.ends_with("rt")) {
+        return rounded(milliseconds(literal.substr(0, literal.size() - 2)) * exact.numerator,
+                       1000 * exact.denominator);
+    }
+    if (literal.ends_with("tk")) {
+        // Up to 10^18 ticks times a rate's numerator needs more than 64 bits.
+        __extension__ using Wide = __int128;
+        const Wide ticks = digits(literal.substr(0, literal.size() - 2));
+        const Wide perFrame = Wide{kTicksPerSecond} * exact.denominator;
+        return static_cast<std::int64_t>((2 * ticks * exact.numerator + perFrame) / (2 * perFrame));
+    }
+    // Seconds, whole or as a fraction, as FCPXML writes them: "1001/24000s", "3600s".
+    const std::string_view seconds = literal.substr(0, literal.size() - 1);
+    const auto slash = seconds.find('/');
+    const std::int64_t denominator =
+        slash == std::string_view::npos
+            ? 1
+            : std::max<std::int64_t>(digits(seconds.substr(slash + 1)), 1);
+    return rounded(digits(seconds.substr(0, slash)) * exact.numerator,
+                   denominator * exact.denominator);
 }
 
 bool mayHoldLiterals(std::string_view typed) {
     return typed.find("ft") != std::string_view::npos ||
-           typed.find("smp") != std::string_view::npos ||
-           typed.find("rt") != std::string_view::npos;
+           typed.find('s') != std::string_view::npos ||
+           typed.find("rt") != std::string_view::npos || typed.find("tk") != std::string_view::npos;
 }
 
 }  // namespace

@@ -11,7 +11,8 @@ namespace vantrel::units {
 
 /// An expression as typed, with values in the other units written as unit literals: feet+frames
 /// "5400+00ft" (also "12ft", and "85+14.1ft" with 3-perf's place, which the foot implies), audio
-/// samples "8008smp", and real time "01:00:03.600rt" (also "3.6rt", "1:30rt"). Each literal
+/// samples "8008smp", real time "01:00:03.600rt" (also "3.6rt", "1:30rt"), seconds as FCPXML
+/// writes them "1001/24000s" (whole: "3600s") and Premiere ticks "10594584000tk". Each literal
 /// counts as the nearest whole frame at the current rate, gauge and sample rate, and the engine
 /// reads the text with each literal replaced by that frame count as a plain number. A text
 /// without literals is read exactly as typed. Where the literals were is kept, so that the

@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <cstdint>
+#include <numeric>
 
 #include "DisplayState.h"
 #include "FrameRate.h"
@@ -15,6 +16,8 @@ namespace {
 constexpr double kLargestFeet = 9999999.0;
 constexpr long double kLargestSamples = 999999999999.0L;
 constexpr long double kLargestMilliseconds = 10000.0L * 3600.0L * 1000.0L;
+constexpr double kLargestFrames = 1e15;
+constexpr double kLargestTicks = 1e18;
 
 // A figure rounded to a whole number on its magnitude, halves upward, written with its sign in
 // front, or the overflow sign when the magnitude leaves the range.
@@ -83,9 +86,36 @@ std::string realTime(double frames, int rateCode) {
                         });
 }
 
+std::string rationalSeconds(double frames, int rateCode) {
+    if (std::isnan(frames)) return "NaN";
+    const ExactRate rate = exactRateOf(rateCode);
+    return signedFigure(frames, kLargestFrames, [&](double whole) {
+        // frames × denominator / numerator seconds, in lowest terms.
+        const auto count = static_cast<std::int64_t>(whole);
+        const std::int64_t top = count * rate.denominator;
+        const std::int64_t divisor = std::gcd(top, rate.numerator);
+        const std::int64_t numerator = top / (divisor ? divisor : 1);
+        const std::int64_t denominator = rate.numerator / (divisor ? divisor : 1);
+        return std::to_string(numerator) +
+               (denominator == 1 ? "" : "/" + std::to_string(denominator)) + "s";
+    });
+}
+
+std::string premiereTicks(double frames, int rateCode) {
+    if (std::isnan(frames)) return "NaN";
+    const ExactRate rate = exactRateOf(rateCode);
+    // Every rate's frame is a whole number of ticks: the tick was chosen for that.
+    const std::int64_t ticksPerFrame = kTicksPerSecond / rate.numerator * rate.denominator;
+    return signedFigure(frames, kLargestTicks / static_cast<double>(ticksPerFrame),
+                        [ticksPerFrame](double whole) {
+                            return std::to_string(static_cast<std::int64_t>(whole) * ticksPerFrame);
+                        });
+}
+
 bool isUnitDisplay(int displayState) {
     return displayState == DisplayStateFeetFrames || displayState == DisplayStateSamples ||
-           displayState == DisplayStateRealTime;
+           displayState == DisplayStateRealTime || displayState == DisplayStateRational ||
+           displayState == DisplayStateTicks;
 }
 
 std::string_view unitMark(int displayState) {
@@ -96,6 +126,8 @@ std::string_view unitMark(int displayState) {
             return "smp";
         case DisplayStateRealTime:
             return "rt";
+        case DisplayStateTicks:
+            return "tk";
         default:
             return {};
     }
@@ -118,6 +150,10 @@ std::optional<std::string> unitText(int displayState, double frames, int rateCod
             return samples(frames, rateCode, choice.sampleRate);
         case DisplayStateRealTime:
             return realTime(frames, rateCode);
+        case DisplayStateRational:
+            return rationalSeconds(frames, rateCode);
+        case DisplayStateTicks:
+            return premiereTicks(frames, rateCode);
         default:
             return std::nullopt;
     }

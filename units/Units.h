@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -55,11 +56,24 @@ std::string samples(double frames, int rateCode, int sampleRate);
 /// hours not wrapped. "∞" or "-∞" from 10,000 hours on.
 std::string realTime(double frames, int rateCode);
 
-/// Whether the display state is one of the units': feet+frames, samples or real time.
+/// Premiere Pro's ticks a second, in which its XML and project files count time.
+inline constexpr std::int64_t kTicksPerSecond = 254016000000;
+
+/// "1001/24000s": the time of a frame count at the code's exact rate as FCPXML writes it, in
+/// seconds as a fraction in lowest terms, whole seconds without a denominator ("3600s"), with a
+/// sign when negative; rounded to a whole frame first. "∞" or "-∞" beyond 10^15 frames.
+std::string rationalSeconds(double frames, int rateCode);
+
+/// The Premiere ticks of a frame count at the code's exact rate: 10,584,000,000 a frame at 24,
+/// 10,594,584,000 at 23.976. "∞" or "-∞" beyond 10^18 ticks.
+std::string premiereTicks(double frames, int rateCode);
+
+/// Whether the display state is one of the units': feet+frames, samples, real time, rational
+/// seconds or ticks.
 bool isUnitDisplay(int displayState);
 
-/// The mark a unit's result carries in the log, as it is typed: "ft", "smp" or "rt"; empty for
-/// any other display state.
+/// The mark a unit's result carries in the log, as it is typed: "ft", "smp", "rt" or "tk"; empty
+/// for any other display state, and for rational seconds, whose text ends in its "s".
 std::string_view unitMark(int displayState);
 
 /// What a unit's figures depend on, as the log writes it after the unit: the gauge of feet+frames

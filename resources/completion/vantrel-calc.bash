@@ -13,7 +13,7 @@ _vantrel_calc() {
             COMPREPLY=($(compgen -W "24 25 30 23d 29d 23n 29n 48 50 60 59d 47n 59n 72 96 95n 100 119n 119d 120" -- "$current"))
             return 0 ;;
         -d | --display)
-            COMPREPLY=($(compgen -W "time number film disk feet samples realtime" -- "$current"))
+            COMPREPLY=($(compgen -W "time number film disk feet samples realtime rational ticks" -- "$current"))
             return 0 ;;
         -n | --notation)
             COMPREPLY=($(compgen -W "classic smpte" -- "$current"))
@@ -24,7 +24,7 @@ _vantrel_calc() {
         --sample-rate)
             COMPREPLY=($(compgen -W "44100 48000 96000" -- "$current"))
             return 0 ;;
-        --edl)
+        --edl | --timeline)
             COMPREPLY=($(compgen -f -- "$current"))
             return 0 ;;
         --disk | --film)
@@ -32,7 +32,8 @@ _vantrel_calc() {
     esac
     if [[ $current == -* ]]; then
         COMPREPLY=($(compgen -W "-r --rate -d --display -n --notation -l --lazy -b --beautify
-            -j --json --gauge --sample-rate --exact-rates --edl --disk --film -h --help --version --" \
+            -j --json --gauge --sample-rate --exact-rates --wrap --timeline --edl --disk --film -h --help
+            --version --" \
             -- "$current"))
     fi
 }

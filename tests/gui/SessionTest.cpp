@@ -241,6 +241,8 @@ INSTANTIATE_TEST_SUITE_P(Scripts, Session, testing::Values(
     SessionRow{"feet_logs_feet", "{rate 5}{display 2}01:00:00:00\n", "01:00:00:00 ~ 5400+00 ~ 5400+00", "01:00:00.00|23n = 5400+00ft|23n 35mm-4perf (PT)\n", any},
     SessionRow{"feet_at_3perf", "{display 2}{gauge 1}1828", "1828 ~ 85+14.1 ~ 85+14.1", any, any},
     SessionRow{"samples_at_44k", "{rate 4}{display 3}{sampleRate 44100}5\n", "5 ~ 7357 ~ 7357", "5 = 7357smp|29d 44.1kHz (PT)\n", any},
+    SessionRow{"rational_logs_its_s", "{rate 5}{display 5}1\n", "1 ~ 1001/24000s ~ 1001/24000s", "1 = 1001/24000s|23n (PT)\n", any},
+    SessionRow{"ticks_log_tk", "{display 6}01:00:00:00+1/48s\n", "01:00:00:00+1/48s ~ 914468184000000 ~ 914468184000000", "01:00:00.00|24+1/48s = 914468184000000tk|24 (PT)\n", any},
     SessionRow{"real_time_placeholder", "{display 4}1+", "1+ ~ 00:00:00.042 ~ 00:00:00.042", any, any},
     SessionRow{"real_time_empty", "{rate 19}{display 4}", " ~ 00:00:00.000 ~ 00:00:00.000", any, any},
     SessionRow{"unit_display_button_goes_to_disk", "{display 3}{click displayButton}", " ~ 00:00:00.00 ~ 00:00:00.00", any, any},
