@@ -11,8 +11,8 @@
 #include <memory>
 
 #include "CutWindow.h"
-#include "EdlReader.h"
 #include "LongCut.h"
+#include "TimelineReader.h"
 #include "TimelineStrip.h"
 
 namespace {
@@ -21,7 +21,7 @@ using namespace vantrel;
 
 std::unique_ptr<CutWindow> openedWindow(const std::string& bytes) {
     auto table = std::make_shared<const timeline::EventTable>(
-        timeline::readEdl(bytes, {timeline::RateOrigin::CurrentRate, DisplayState29nondrop}),
+        timeline::readTimeline(bytes, {timeline::RateOrigin::CurrentRate, DisplayState29nondrop}),
         TimecodeNotation::Smpte);
     auto window = std::make_unique<CutWindow>(QStringLiteral("long.edl"), std::move(table));
     window->setAttribute(Qt::WA_DeleteOnClose, false);
@@ -38,6 +38,24 @@ void BM_OpenCutWindow(benchmark::State& state) {
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 BENCHMARK(BM_OpenCutWindow)->Arg(1000)->Arg(100000)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+// 10,000-clip FCPXML and xmeml files, from their bytes to the window drawn.
+template <std::string (*Write)(int)>
+void BM_OpenTimelineWindow(benchmark::State& state) {
+    const std::string bytes = Write(static_cast<int>(state.range(0)));
+    for (auto _ : state) benchmark::DoNotOptimize(openedWindow(bytes));
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+BENCHMARK(BM_OpenTimelineWindow<bench::longFcpxml>)
+    ->Name("BM_OpenFcpxmlWindow")
+    ->Arg(10000)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
+BENCHMARK(BM_OpenTimelineWindow<bench::longXmeml>)
+    ->Name("BM_OpenXmemlWindow")
+    ->Arg(10000)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
 
 // One page down the table, drawn; then the picture zoomed in a long way and moved by a page.
 void BM_ScrollCutWindow(benchmark::State& state) {

@@ -107,7 +107,9 @@ TEST(HelpPage, RateAndUnitTablesAreTrue) {
     const units::UnitChoice choice;
     const std::map<QString, int> displays{{"Feet+Frames", DisplayStateFeetFrames},
                                           {"Samples", DisplayStateSamples},
-                                          {"Real Time", DisplayStateRealTime}};
+                                          {"Real Time", DisplayStateRealTime},
+                                          {"Rational Seconds", DisplayStateRational},
+                                          {"Premiere Ticks", DisplayStateTicks}};
     for (const QStringList& cells : rows(section(QStringLiteral("units")))) {
         if (!displays.contains(plain(cells[0]))) continue;
         EXPECT_EQ(result(units::evaluated(calc, "01:00:00:00", Flavour::PT, false,
