@@ -19,6 +19,8 @@
 #include <QTableWidget>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <cstdlib>
+#include <numeric>
 
 #include "CloseKeys.h"
 #include "CutReport.h"
@@ -49,6 +51,25 @@ QString seamCounts(const timeline::Summary& summary) {
     }
     return plural(gaps, CutWindow::tr("1 gap"), CutWindow::tr("%1 gaps")) + QStringLiteral(", ") +
            plural(overlaps, CutWindow::tr("1 overlap"), CutWindow::tr("%1 overlaps"));
+}
+
+// The lane of each track in the picture: video tracks from V1 up, then audio from A1 up, then the
+// rest, as editing systems stack them, whatever order the file named them in.
+std::vector<std::size_t> lanesInPictureOrder(const timeline::Summary& summary) {
+    const auto key = [&](std::size_t track) {
+        const std::string& name = summary.tracks[track].name;
+        const int kind = name.starts_with('V') || name == "B" ? 0 : name.starts_with('A') ? 1 : 2;
+        const auto digits = name.find_first_of("0123456789");
+        const int number = digits == std::string::npos ? 1 : std::atoi(name.c_str() + digits);
+        return std::pair{kind, number};
+    };
+    std::vector<std::size_t> order(summary.tracks.size());
+    std::iota(order.begin(), order.end(), 0);
+    std::stable_sort(order.begin(), order.end(),
+                     [&](std::size_t a, std::size_t b) { return key(a) < key(b); });
+    std::vector<std::size_t> laneOfTrack(order.size());
+    for (std::size_t lane = 0; lane < order.size(); ++lane) laneOfTrack[order[lane]] = lane;
+    return laneOfTrack;
 }
 
 }  // namespace
@@ -118,13 +139,15 @@ QWidget* CutWindow::makeHeader() {
     big.setBold(true);
     running->setFont(big);
     running->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    running->setAccessibleName(tr("Running time"));
 
     const QString rate = qText(timeline::rateName(cut.rateCode()));
     const QString code = qText(frameRateForCode(cut.rateCode())->suffix);
-    auto* caption = new QLabel(tr("Running time, %1 frames. Read at %2 (%3), %4.")
-                                   .arg(qText(timeline::groupedDigits(summary.runningTime())), rate,
-                                        code, qText(cut.rate.reason())));
+    // A clip list has no running time: its clips are summed.
+    const QString what = cut.clipList ? tr("Total of the clips") : tr("Running time");
+    running->setAccessibleName(what);
+    auto* caption = new QLabel(tr("%1, %2 frames. %3 read at %4 (%5), %6.")
+                                   .arg(what, qText(timeline::groupedDigits(summary.runningTime())),
+                                        qText(cut.format), rate, code, qText(cut.rate.reason())));
     caption->setWordWrap(true);
     caption->setAccessibleName(tr("Rate"));
     QString counts = cut.clipList
@@ -187,8 +210,11 @@ void CutWindow::sizeColumns() {
 void CutWindow::makeStrip() {
     m_strip = new TimelineStrip;
     const timeline::Summary& summary = m_table->summary();
+    const std::vector<std::size_t> laneOfTrack = lanesInPictureOrder(summary);
     std::vector<TimelineStrip::Lane> lanes(summary.tracks.size());
-    for (std::size_t t = 0; t < lanes.size(); ++t) lanes[t].name = qText(summary.tracks[t].name);
+    for (std::size_t t = 0; t < lanes.size(); ++t) {
+        lanes[laneOfTrack[t]].name = qText(summary.tracks[t].name);
+    }
     for (std::size_t row = 0; row < m_table->rowCount(); ++row) {
         const auto kind = m_table->kind(row);
         const auto blockKind =
@@ -196,7 +222,7 @@ void CutWindow::makeStrip() {
                 ? TimelineStrip::BlockKind::Event
                 : (kind == timeline::EventTable::RowKind::Gap ? TimelineStrip::BlockKind::Gap
                                                               : TimelineStrip::BlockKind::Overlap);
-        lanes[m_table->trackOf(row)].blocks.push_back(
+        lanes[laneOfTrack[m_table->trackOf(row)]].blocks.push_back(
             {m_table->recordIn(row), m_table->recordOut(row), static_cast<int>(row), blockKind});
     }
     const int code = m_table->cut().rateCode();

@@ -110,8 +110,8 @@ void TSCController::openTimelineFile(const QString& fileName) {
     auto table = std::make_shared<const timeline::EventTable>(std::move(cut), timecodeNotation());
     Calc writer;
     writer.setTimecodeNotation(timecodeNotation());
-    appendToLog(savableInLog(qText(timeline::summaryLine("EDL", name.toStdString(), table->cut(),
-                                                         table->summary(), writer))) +
+    appendToLog(savableInLog(qText(timeline::summaryLine(table->cut().format, name.toStdString(),
+                                                         table->cut(), table->summary(), writer))) +
                 u'\n');
     m_ui->resetButton->setEnabled(true);
     // The running time at the cut's own rate, to go on calculating with.

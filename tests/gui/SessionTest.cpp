@@ -255,6 +255,8 @@ INSTANTIATE_TEST_SUITE_P(Scripts, Session, testing::Values(
     SessionRow{"edl_summary_line_and_running_time", "{rate 6}{open demo-cut-29d.edl}", "00:00:22.16|29d ~ 00:00:22.16 ~ 00:00:22.16", "EDL demo-cut-29d.edl: 5 events at 29d, running time 00:00:22.16 (676 frames)\n", "", "log reset pt"},
     SessionRow{"edl_at_25_reads_its_drop_frame", "{rate 1}{open cut-29d.edl}", "00:14:17.16|29d ~ 00:14:17.13 ~ 00:17:08.00", "EDL cut-29d.edl: 219 events at 29d, running time 00:14:17.16 (25,700 frames)\n", "", "log reset pt"},
     SessionRow{"edl_dropped_on_the_log", "{rate 1}1\n{drop cut-25.edl}", "00:05:09.20|25 ~ 00:05:09.20 ~ 00:05:09.20", any, any},
+    SessionRow{"ale_total_of_its_clips", "{rate 5}{open timeline-ale-2398.ale}", "00:01:43.23|23n ~ 00:01:43.23 ~ 00:01:43.23", "ALE timeline-ale-2398.ale: 10 clips at 23n, total 00:01:43.23 (2,495 frames)\n", "", "log reset pt"},
+    SessionRow{"fcpxml_states_its_rate", "{rate 1}{open timeline-fcpxml-25.fcpxml}", "00:00:56.15|25 ~ 00:00:56.15 ~ 00:00:56.15", "FCPXML timeline-fcpxml-25.fcpxml: 12 events at 25, running time 00:00:56.15 (1,415 frames)\n", "", "log reset pt"},
     SessionRow{"not_an_edl_keeps_the_input_and_the_log", "1+{open edl-29d.in}", "1+ ~ 00:00:00.01 ~ 00:00:00.01", "", any},
     SessionRow{"smpte_in_and_out", "{smpte}01:00:00:00*2\n", "01:00:00:00*2 ~ 02:00:00:00 ~ 02:00:00:00", "01:00:00:00|24*2 = 02:00:00:00|24 (PT)\n", any},
     SessionRow{"classic_redisplays", "{smpte}01:00:00:00*2\n{classic}", "01:00:00:00*2 ~ 02:00:00.00 ~ 02:00:00.00", any, any},
