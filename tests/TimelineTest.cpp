@@ -10,6 +10,7 @@
 #include "RateChoice.h"
 #include "TestRows.h"
 #include "TextDecoding.h"
+#include "TimelineReader.h"
 
 using namespace vantrel;
 using namespace vantrel::timeline;
@@ -212,6 +213,20 @@ TEST(EventTables, ListGapsAndOverlapsAfterTheirEvents) {
     EXPECT_EQ(table.trackRows()[1],
               (std::array<std::string, 8>{"A", "2", "00:00:04:12", "112", "01:00:00:00",
                                           "01:00:04:00", "0", "1"}));
+}
+
+// A long line a problem names is cut short, but never inside a character: whatever the reader.
+TEST(Problems, KeepTheirLinesShortAndWhole) {
+    // 199 bytes before a two-byte character, in a line that loses its event.
+    const std::string edl = "001 " + std::string(195, 'x');
+    const std::string ale = std::string(199, 'x');
+    for (const auto& [file, kept] :
+         {std::pair{edl + "\xC3\xA9 V C 0 1 01:00:00:00 00:00:00:00\n", edl},
+          {"Heading\nFPS\t25\n\nColumn\nName\tStart\n\nData\n" + ale + "\xC3\xA9\n", ale}}) {
+        const Cut cut = readTimeline(file, {});
+        ASSERT_EQ(cut.problems.size(), 1u) << cut.format;
+        EXPECT_EQ(cut.problems.front().text, kept) << cut.format;
+    }
 }
 
 TEST(CutReports, SummaryLineGroupsFramesAndNamesTheRate) {

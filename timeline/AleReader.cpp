@@ -146,7 +146,7 @@ private:
         if (!length && start && end) length = *end - *start;
         if (!length || *length < 0) {
             addProblem(m_cut,
-                       {line, std::string(m_lines[line - 1].substr(0, 200)),
+                       {line, problemLine(m_lines[line - 1]),
                         error.empty() ? "a clip needs a Duration, or a Start and an End" : error,
                         ProblemKind::LostEvent});
             return;

@@ -1,6 +1,17 @@
 #include "Cut.h"
 
+#include <algorithm>
+
 namespace vantrel::timeline {
+
+std::string problemLine(std::string_view line) {
+    std::size_t size = std::min<std::size_t>(line.size(), 200);
+    while (size > 0 && size < line.size() &&
+           (static_cast<unsigned char>(line[size]) & 0xC0) == 0x80) {
+        --size;
+    }
+    return std::string(line.substr(0, size));
+}
 
 void addProblem(Cut& cut, Problem problem) {
     if (problem.kind == ProblemKind::LostEvent) ++cut.lostEvents;

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "RateChoice.h"
@@ -61,6 +62,10 @@ struct Cut {
 };
 
 inline constexpr std::size_t kMaxProblems = 100;
+
+/// The text of a problem's line as it is kept: at most 200 bytes, never a UTF-8 character cut in
+/// two.
+std::string problemLine(std::string_view line);
 
 /// Adds a problem, counted always and kept while there is room.
 void addProblem(Cut& cut, Problem problem);

@@ -90,13 +90,6 @@ bool isTransition(const std::vector<std::string_view>& transition) {
     return true;
 }
 
-// At most `size` bytes of the text, never cutting a UTF-8 character in two.
-std::string_view shortened(std::string_view text, std::size_t size) {
-    if (text.size() <= size) return text;
-    while (size > 0 && (static_cast<unsigned char>(text[size]) & 0xC0) == 0x80) --size;
-    return text.substr(0, size);
-}
-
 std::string joined(const std::vector<std::string_view>& parts) {
     std::string text;
     for (const auto part : parts) text += (text.empty() ? "" : " ") + std::string(part);
@@ -195,8 +188,7 @@ private:
     }
 
     void problem(std::string message, ProblemKind kind) {
-        addProblem(m_cut,
-                   {m_number, std::string(shortened(m_line, 200)), std::move(message), kind});
+        addProblem(m_cut, {m_number, problemLine(m_line), std::move(message), kind});
     }
     void warn(std::string message) { problem(std::move(message), ProblemKind::Warning); }
     void lose(std::string message) { problem(std::move(message), ProblemKind::LostEvent); }
