@@ -12,13 +12,6 @@ namespace vantrel::timeline {
 
 namespace {
 
-std::string_view trimmed(std::string_view text) {
-    constexpr std::string_view kBlanks = " \t";
-    const std::size_t start = text.find_first_not_of(kBlanks);
-    if (start == std::string_view::npos) return {};
-    return text.substr(start, text.find_last_not_of(kBlanks) - start + 1);
-}
-
 std::vector<std::string_view> fields(std::string_view line) {
     std::vector<std::string_view> found;
     for (std::size_t at = 0;;) {
@@ -91,20 +84,14 @@ public:
             if (!trimmed(m_lines[i]).empty()) readClip(i + 1, fields(m_lines[i]));
         }
         if (m_cut.events.empty() && m_cut.lostEvents == 0)
-            unreadable("no clips in the Data section");
+            markUnreadable(m_cut, "no clips in the Data section");
         placeEndToEnd(m_cut);
         return std::move(m_cut);
     }
 
 private:
-    // The file as a whole cannot be read as a cut: no events, and why.
-    void unreadable(std::string message) {
-        addProblem(m_cut, {0, {}, std::move(message), ProblemKind::Unreadable});
-        m_cut.events.clear();
-    }
-
     Cut fail(std::string message) {
-        unreadable(std::move(message));
+        markUnreadable(m_cut, std::move(message));
         return std::move(m_cut);
     }
 

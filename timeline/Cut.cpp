@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "FrameRate.h"
+
 namespace vantrel::timeline {
 
 std::string problemLine(std::string_view line) {
@@ -16,6 +18,19 @@ std::string problemLine(std::string_view line) {
 void addProblem(Cut& cut, Problem problem) {
     if (problem.kind == ProblemKind::LostEvent) ++cut.lostEvents;
     if (cut.problemCount++ < kMaxProblems) cut.problems.push_back(std::move(problem));
+}
+
+void markUnreadable(Cut& cut, std::string message) {
+    addProblem(cut, {0, {}, std::move(message), ProblemKind::Unreadable});
+    cut.events.clear();
+}
+
+Cut unreadableCut(std::string format, std::string message, int requestedCode) {
+    Cut cut;
+    cut.format = std::move(format);
+    if (frameRateForCode(requestedCode)) cut.rate.code = requestedCode;
+    markUnreadable(cut, std::move(message));
+    return cut;
 }
 
 std::string eventNumber(std::size_t index) {

@@ -70,6 +70,13 @@ std::string problemLine(std::string_view line);
 /// Adds a problem, counted always and kept while there is room.
 void addProblem(Cut& cut, Problem problem);
 
+/// Marks a file that cannot be read as a cut at all: no events, and why.
+void markUnreadable(Cut& cut, std::string message);
+
+/// A cut of no events from a file of the format that cannot be read, and why; its rate is the one
+/// asked for, or 24.
+Cut unreadableCut(std::string format, std::string message, int requestedCode);
+
 /// "001", "002" … "1000": event numbers as EDLs write them, for the files that have none.
 std::string eventNumber(std::size_t index);
 

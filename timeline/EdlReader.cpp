@@ -11,7 +11,6 @@ namespace vantrel::timeline {
 
 namespace {
 
-constexpr std::string_view kBlanks = " \t";
 
 bool isBlank(char c) {
     return c == ' ' || c == '\t';
@@ -27,12 +26,6 @@ void splitWords(std::string_view line, std::vector<std::string_view>& found) {
         while (at < size && !isBlank(line[at])) ++at;
         if (at > start) found.push_back(line.substr(start, at - start));
     }
-}
-
-std::string_view trimmed(std::string_view text) {
-    const std::size_t start = text.find_first_not_of(kBlanks);
-    if (start == std::string_view::npos) return {};
-    return text.substr(start, text.find_last_not_of(kBlanks) - start + 1);
 }
 
 bool allDigits(std::string_view text) {
@@ -294,10 +287,7 @@ private:
 Cut readEdl(std::string_view bytes, const RateRequest& request) {
     const DecodedText decoded = decodeText(bytes);
     if (decoded.encoding == Encoding::Binary) {
-        Cut cut;
-        cut.rate = chooseRate({}, request);
-        addProblem(cut, {0, {}, "binary data, not an edit decision list", ProblemKind::Unreadable});
-        return cut;
+        return unreadableCut("EDL", "binary data, not an edit decision list", request.code);
     }
     return Reader(splitLines(decoded.text), request).read();
 }

@@ -81,7 +81,7 @@ public:
             return std::move(m_cut);
         }
         readContainer(sequence.child("spine"), Rational{}, Rational{}, "V1");
-        if (m_cut.events.empty()) unreadable("the project's sequence holds no clips");
+        if (m_cut.events.empty()) markUnreadable(m_cut, "the project's sequence holds no clips");
         return std::move(m_cut);
     }
 
@@ -96,14 +96,8 @@ private:
         return found;
     }
 
-    // The file as a whole cannot be read as a cut: no events, and why.
-    void unreadable(std::string message) {
-        addProblem(m_cut, {0, {}, std::move(message), ProblemKind::Unreadable});
-        m_cut.events.clear();
-    }
-
     Cut fail(std::string message) {
-        unreadable(std::move(message));
+        markUnreadable(m_cut, std::move(message));
         return std::move(m_cut);
     }
 
@@ -115,15 +109,15 @@ private:
     bool setRate(const pugi::xml_node& format, bool dropFrame) {
         const auto frameDuration = parseRational(format.attribute("frameDuration").value());
         if (!frameDuration || frameDuration->numerator <= 0) {
-            unreadable("no frame duration for the sequence's format");
+            markUnreadable(m_cut, "no frame duration for the sequence's format");
             return false;
         }
         const auto code =
             codeOfExactRate(frameDuration->denominator, frameDuration->numerator, dropFrame);
         if (!code) {
-            unreadable("a frame duration of " +
-                       std::string(format.attribute("frameDuration").value()) +
-                       ", a rate Vantrel does not count in");
+            markUnreadable(m_cut, "a frame duration of " +
+                                      std::string(format.attribute("frameDuration").value()) +
+                                      ", a rate Vantrel does not count in");
             return false;
         }
         m_cut.rate = statedRate(*code, m_request);

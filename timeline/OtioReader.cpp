@@ -118,19 +118,13 @@ public:
             readTrack(track, (isAudio ? "A" : "V") + std::to_string(isAudio ? ++audio : ++video),
                       startFrames);
         }
-        if (m_cut.events.empty()) unreadable("the timeline holds no clips");
+        if (m_cut.events.empty()) markUnreadable(m_cut, "the timeline holds no clips");
         return std::move(m_cut);
     }
 
 private:
-    // The file as a whole cannot be read as a cut: no events, and why.
-    void unreadable(std::string message) {
-        addProblem(m_cut, {0, {}, std::move(message), ProblemKind::Unreadable});
-        m_cut.events.clear();
-    }
-
     Cut fail(std::string message) {
-        unreadable(std::move(message));
+        markUnreadable(m_cut, std::move(message));
         return std::move(m_cut);
     }
 
@@ -185,8 +179,8 @@ private:
     bool setRate(double rate) {
         const auto code = codeOfFloatRate(rate);
         if (!code) {
-            unreadable("a rate of " + number_text::fixed(rate, 3) +
-                       " frames a second, which Vantrel does not count in");
+            markUnreadable(m_cut, "a rate of " + number_text::fixed(rate, 3) +
+                                      " frames a second, which Vantrel does not count in");
             return false;
         }
         m_cut.rate = statedRate(*code, m_request);

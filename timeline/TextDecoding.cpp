@@ -197,6 +197,13 @@ DecodedText decodeText(std::string_view bytes) {
     return {fromSingleBytes(bytes, macRoman), macRoman ? Encoding::MacRoman : Encoding::Latin1};
 }
 
+std::string_view trimmed(std::string_view text) {
+    constexpr std::string_view kBlanks = " \t";
+    const std::size_t start = text.find_first_not_of(kBlanks);
+    if (start == std::string_view::npos) return {};
+    return text.substr(start, text.find_last_not_of(kBlanks) - start + 1);
+}
+
 std::vector<std::string_view> splitLines(std::string_view text) {
     std::vector<std::string_view> lines;
     lines.reserve(text.size() / 32 + 1);

@@ -22,6 +22,9 @@ struct DecodedText {
 /// padding at the end make it binary data, with no text.
 DecodedText decodeText(std::string_view bytes);
 
+/// The text without the blanks and tabs at either end.
+std::string_view trimmed(std::string_view text);
+
 /// The text's lines, split at CR, LF or CRLF (each a single line end), without their ends; line
 /// numbers count from 1.
 std::vector<std::string_view> splitLines(std::string_view text);

@@ -67,19 +67,13 @@ public:
             if (track.attribute("currentExplodedTrackIndex").as_int() > 0) continue;
             readTrack(track, "A" + std::to_string(++number));
         }
-        if (m_cut.events.empty()) unreadable("the sequence holds no clips");
+        if (m_cut.events.empty()) markUnreadable(m_cut, "the sequence holds no clips");
         return std::move(m_cut);
     }
 
 private:
-    // The file as a whole cannot be read as a cut: no events, and why.
-    void unreadable(std::string message) {
-        addProblem(m_cut, {0, {}, std::move(message), ProblemKind::Unreadable});
-        m_cut.events.clear();
-    }
-
     Cut fail(std::string message) {
-        unreadable(std::move(message));
+        markUnreadable(m_cut, std::move(message));
         return std::move(m_cut);
     }
 

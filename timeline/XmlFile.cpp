@@ -15,11 +15,7 @@ XmlFile::XmlFile(std::string_view bytes, std::string_view rootName) {
 }
 
 Cut XmlFile::failed(std::string format, const RateRequest& request) const {
-    Cut cut;
-    cut.format = std::move(format);
-    cut.rate = chooseRate({}, request);
-    addProblem(cut, {0, {}, m_problem, ProblemKind::Unreadable});
-    return cut;
+    return unreadableCut(std::move(format), m_problem, request.code);
 }
 
 }  // namespace vantrel::timeline
