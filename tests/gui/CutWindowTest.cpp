@@ -106,6 +106,28 @@ TEST_F(CutWindows, ShowTheCutAndShareOneSelection) {
     EXPECT_EQ(log(), logged);
 }
 
+// Every control of the window has a name for screen readers, and Tab reaches the picture, the
+// table and the buttons in the order of the window.
+TEST_F(CutWindows, NameEveryControlAndTabThroughThem) {
+    start();
+    CutWindow* window = open(QStringLiteral("dialect-notes.edl"));
+    ASSERT_TRUE(window);
+    QStringList reached;
+    window->strip()->setFocus();
+    QWidget* widget = window->strip();
+    for (int step = 0; step < 12 && !reached.contains(widget->accessibleName()); ++step) {
+        EXPECT_FALSE(widget->accessibleName().isEmpty()) << widget->metaObject()->className();
+        reached << widget->accessibleName();
+        widget = widget->nextInFocusChain();
+        while (!(widget->focusPolicy() & Qt::TabFocus) || !widget->isVisibleTo(window)) {
+            widget = widget->nextInFocusChain();
+        }
+    }
+    EXPECT_EQ(reached.mid(0, 6),
+              (QStringList{"Picture of the cut", "Events", "Track totals", "Copy the selected rows",
+                           "Save the table as CSV", "Close this window"}));
+}
+
 // Opened twice, a file keeps one window; a file without events opens none and says so.
 TEST_F(CutWindows, OneWindowPerFileAndNoneForAFileWithoutEvents) {
     start();
