@@ -5,10 +5,13 @@
 #include <QDesktopServices>
 #include <QDialog>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPlainTextEdit>
 #include <QSystemTrayIcon>
+#include <QTextEdit>
 
 #include "FirstDrawingWatcher.h"
 #include "NamedImages.h"
@@ -112,23 +115,31 @@ QMenu* StandaloneCalcController::addTaggedMenu(
 // as that text's own keys do; the two result commands act on the result fields whatever has it.
 void StandaloneCalcController::buildEditMenu(QMenuBar* menuBar) {
     QMenu* edit = menuBar->addMenu(tr("&Edit"));
+    // Each command of the three kinds of text in the window: the input, the log, a result field.
     const auto onFocusedText = [edit](const QString& title, QKeySequence::StandardKey keys,
-                                      const char* slot) {
+                                      auto plain, auto rich, auto line) {
         QAction* item = edit->addAction(title);
         item->setShortcut(keys);
-        connect(item, &QAction::triggered, edit, [slot] {
-            if (QWidget* focused = QApplication::focusWidget()) {
-                QMetaObject::invokeMethod(focused, slot);
-            }
+        connect(item, &QAction::triggered, edit, [plain, rich, line] {
+            QWidget* focused = QApplication::focusWidget();
+            if (auto* input = qobject_cast<QPlainTextEdit*>(focused)) (input->*plain)();
+            if (auto* log = qobject_cast<QTextEdit*>(focused)) (log->*rich)();
+            if (auto* field = qobject_cast<QLineEdit*>(focused)) (field->*line)();
         });
     };
-    onFocusedText(tr("&Undo"), QKeySequence::Undo, "undo");
-    onFocusedText(tr("&Redo"), QKeySequence::Redo, "redo");
+    onFocusedText(tr("&Undo"), QKeySequence::Undo, &QPlainTextEdit::undo, &QTextEdit::undo,
+                  &QLineEdit::undo);
+    onFocusedText(tr("&Redo"), QKeySequence::Redo, &QPlainTextEdit::redo, &QTextEdit::redo,
+                  &QLineEdit::redo);
     edit->addSeparator();
-    onFocusedText(tr("Cu&t"), QKeySequence::Cut, "cut");
-    onFocusedText(tr("&Copy"), QKeySequence::Copy, "copy");
-    onFocusedText(tr("&Paste"), QKeySequence::Paste, "paste");
-    onFocusedText(tr("Select &All"), QKeySequence::SelectAll, "selectAll");
+    onFocusedText(tr("Cu&t"), QKeySequence::Cut, &QPlainTextEdit::cut, &QTextEdit::cut,
+                  &QLineEdit::cut);
+    onFocusedText(tr("&Copy"), QKeySequence::Copy, &QPlainTextEdit::copy, &QTextEdit::copy,
+                  &QLineEdit::copy);
+    onFocusedText(tr("&Paste"), QKeySequence::Paste, &QPlainTextEdit::paste, &QTextEdit::paste,
+                  &QLineEdit::paste);
+    onFocusedText(tr("Select &All"), QKeySequence::SelectAll, &QPlainTextEdit::selectAll,
+                  &QTextEdit::selectAll, &QLineEdit::selectAll);
     edit->addSeparator();
     QAction* copyResult = edit->addAction(tr("Copy &Result"));
     copyResult->setShortcut(QKeySequence(tr("Ctrl+Shift+C")));
@@ -142,9 +153,9 @@ void StandaloneCalcController::buildEditMenu(QMenuBar* menuBar) {
 
 void StandaloneCalcController::buildMenuBar(QMenuBar* menuBar) {
     QMenu* file = menuBar->addMenu(tr("&File"));
-    QAction* openEdl = file->addAction(tr("&Open Timeline…"));
-    openEdl->setShortcut(QKeySequence::Open);
-    connect(openEdl, &QAction::triggered, this,
+    QAction* openTimeline = file->addAction(tr("&Open Timeline…"));
+    openTimeline->setShortcut(QKeySequence::Open);
+    connect(openTimeline, &QAction::triggered, this,
             [this] { m_calcController->openTimeline(nullptr); });
     addCommand(file, tr("&Save Log…"), QKeySequence::Save, &StandaloneCalcController::saveLogFile);
     addCommand(file, tr("C&lear Log"), QKeySequence(tr("Ctrl+K")),

@@ -1,5 +1,7 @@
 #include "CutTableModel.h"
 
+#include "QtText.h"
+
 #include <QBrush>
 #include <QColor>
 #include <QFont>
@@ -10,10 +12,6 @@ namespace {
 
 using Column = timeline::EventTable::Column;
 using RowKind = timeline::EventTable::RowKind;
-
-QString qText(const std::string& text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
 
 }  // namespace
 
@@ -35,8 +33,14 @@ QVariant CutTableModel::data(const QModelIndex& index, int role) const {
     const RowKind kind = m_table->kind(row);
     switch (role) {
         case Qt::DisplayRole:
-        case Qt::ToolTipRole:
             return qText(m_table->text(row, column));
+        case Qt::ToolTipRole: {
+            // The comments of an event (clip names, source files, locators) where the row has
+            // no room for them.
+            const std::string notes = m_table->notes(row);
+            const std::string text = m_table->text(row, column);
+            return qText(notes.empty() ? text : text + "\n\n" + notes);
+        }
         case kSortRole:
             if (timeline::EventTable::isFigure(column)) return m_table->figure(row, column);
             return qText(m_table->text(row, column));

@@ -19,13 +19,13 @@
 #include <QTableWidget>
 #include <QVBoxLayout>
 #include <algorithm>
-#include <cstdlib>
 #include <numeric>
 
 #include "CloseKeys.h"
 #include "CutReport.h"
 #include "CutTableModel.h"
 #include "FrameRate.h"
+#include "QtText.h"
 #include "TimelineStrip.h"
 
 namespace vantrel {
@@ -33,10 +33,6 @@ namespace vantrel {
 namespace {
 
 using Column = timeline::EventTable::Column;
-
-QString qText(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
 
 QString plural(std::size_t count, const QString& one, const QString& many) {
     return count == 1 ? one : many.arg(count);
@@ -51,25 +47,6 @@ QString seamCounts(const timeline::Summary& summary) {
     }
     return plural(gaps, CutWindow::tr("1 gap"), CutWindow::tr("%1 gaps")) + QStringLiteral(", ") +
            plural(overlaps, CutWindow::tr("1 overlap"), CutWindow::tr("%1 overlaps"));
-}
-
-// The lane of each track in the picture: video tracks from V1 up, then audio from A1 up, then the
-// rest, as editing systems stack them, whatever order the file named them in.
-std::vector<std::size_t> lanesInPictureOrder(const timeline::Summary& summary) {
-    const auto key = [&](std::size_t track) {
-        const std::string& name = summary.tracks[track].name;
-        const int kind = name.starts_with('V') || name == "B" ? 0 : name.starts_with('A') ? 1 : 2;
-        const auto digits = name.find_first_of("0123456789");
-        const int number = digits == std::string::npos ? 1 : std::atoi(name.c_str() + digits);
-        return std::pair{kind, number};
-    };
-    std::vector<std::size_t> order(summary.tracks.size());
-    std::iota(order.begin(), order.end(), 0);
-    std::stable_sort(order.begin(), order.end(),
-                     [&](std::size_t a, std::size_t b) { return key(a) < key(b); });
-    std::vector<std::size_t> laneOfTrack(order.size());
-    for (std::size_t lane = 0; lane < order.size(); ++lane) laneOfTrack[order[lane]] = lane;
-    return laneOfTrack;
 }
 
 }  // namespace
@@ -210,7 +187,7 @@ void CutWindow::sizeColumns() {
 void CutWindow::makeStrip() {
     m_strip = new TimelineStrip;
     const timeline::Summary& summary = m_table->summary();
-    const std::vector<std::size_t> laneOfTrack = lanesInPictureOrder(summary);
+    const std::vector<std::size_t> laneOfTrack = m_table->laneOfTrack();
     std::vector<TimelineStrip::Lane> lanes(summary.tracks.size());
     for (std::size_t t = 0; t < lanes.size(); ++t) {
         lanes[laneOfTrack[t]].name = qText(summary.tracks[t].name);

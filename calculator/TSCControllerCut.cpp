@@ -16,6 +16,7 @@
 #include "CutReport.h"
 #include "CutWindow.h"
 #include "FrameRate.h"
+#include "QtText.h"
 #include "TSCController.h"
 #include "TimelineReader.h"
 #include "ui_Calculator.h"
@@ -23,10 +24,6 @@
 namespace vantrel {
 
 namespace {
-
-QString qText(const std::string& text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
 
 // The extensions of the files a cut comes in; the content decides how each is read.
 const QStringList kCutExtensions{QStringLiteral("edl"),     QStringLiteral("fcpxml"),
@@ -152,9 +149,8 @@ void TSCController::showNoEvents(const QString& name, const timeline::Cut& cut) 
     // version it does not know, an ALE without its rate.
     const bool unreadable =
         !cut.problems.empty() && cut.problems.front().kind == timeline::ProblemKind::Unreadable;
-    message->setInformativeText(
-        unreadable ? qText(cut.problems.front().message) + u'.'
-                   : tr("No line of it reads as an event of an edit decision list."));
+    message->setInformativeText(unreadable ? qText(cut.problems.front().message) + u'.'
+                                           : tr("No line of it reads as an event of a cut."));
     QString details;
     for (const timeline::Problem& problem : cut.problems) {
         details += qText(timeline::problemText(problem)) + u'\n';

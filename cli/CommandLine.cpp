@@ -149,7 +149,7 @@ struct Options {
     bool version = false;
     std::optional<side_calculators::DiskChoice> disk;
     std::optional<FilmChoice> film;
-    std::optional<std::string> edlFile;
+    std::optional<std::string> timelineFile;
     std::vector<std::string> expressions;
 };
 
@@ -181,8 +181,9 @@ int displayMode(std::string_view text) {
     for (const auto& entry : kDisplayModes) {
         if (entry.name == text) return entry.mode;
     }
-    throw UsageError("unknown display mode '" + std::string(text) +
-                     "' (use time, number, film, disk, feet, samples, realtime, rational or ticks)");
+    throw UsageError(
+        "unknown display mode '" + std::string(text) +
+        "' (use time, number, film, disk, feet, samples, realtime, rational or ticks)");
 }
 
 const units::Gauge* gauge(std::string_view text) {
@@ -297,7 +298,7 @@ Options parseOptions(const std::vector<std::string>& arguments) {
                 [&](std::string_view value) { options.units.sampleRate = sampleRate(value); });
     // --edl came first; both read every kind of timeline file.
     valueOption("--edl,--timeline",
-                [&](std::string_view value) { options.edlFile = std::string(value); });
+                [&](std::string_view value) { options.timelineFile = std::string(value); });
     valueOption("--disk",
                 [&](std::string_view value) { options.disk = diskChoice("--disk", value); });
     valueOption("--film",
@@ -322,7 +323,7 @@ Options parseOptions(const std::vector<std::string>& arguments) {
     for (const std::string& unknown : app.remaining()) {
         if (unknown != "--") throw UsageError("unknown option '" + unknown + "'");
     }
-    if (options.edlFile && !options.expressions.empty()) {
+    if (options.timelineFile && !options.expressions.empty()) {
         throw UsageError("option '--timeline' (or '--edl') reads a file and takes no expressions");
     }
     return options;
@@ -447,13 +448,13 @@ int runCommandLine(const std::vector<std::string>& arguments, std::istream& inpu
         return 0;
     }
 
-    if (options.edlFile) {
+    if (options.timelineFile) {
         // Without -r the file alone says its rate; a rate given is the user's word.
         const timeline::RateRequest request{
             options.rateGiven ? timeline::RateOrigin::GivenRate : timeline::RateOrigin::File,
             options.rate};
-        return printTimelineReport(*options.edlFile, request, options.notation, options.json, input,
-                                   output, errors);
+        return printTimelineReport(*options.timelineFile, request, options.notation, options.json,
+                                   input, output, errors);
     }
     ExpressionPrinter printer(options, output);
     if (!options.expressions.empty()) {

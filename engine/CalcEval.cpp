@@ -139,9 +139,11 @@ std::optional<double> Calc::evalToFrames(std::string_view typed, Flavour flavour
 std::string Calc::resultText(double wide, int displayMode, Extent extent) const {
     if (std::isnan(wide)) return "NaN";
     if (displayMode == DisplayStateTime || displayMode == DisplayStateDiskSpace) {
-        if (wide > kTimeBound) return "∞";
-        if (wide < -kTimeBound) return "-∞";
-        return stringFromFramecount(onTheClock(wide));
+        // On the 24-hour clock every finite count has a time of day.
+        const double shown = std::isfinite(wide) ? onTheClock(wide) : wide;
+        if (shown > kTimeBound) return "∞";
+        if (shown < -kTimeBound) return "-∞";
+        return stringFromFramecount(shown);
     }
     if (displayMode == DisplayStateFilmLength) {
         const float value = narrowedToFloat(wide);

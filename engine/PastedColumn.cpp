@@ -99,7 +99,15 @@ std::string pastedExpression(std::string_view pasted) {
         for (const std::string_view field : split(lines.front(), '\t')) {
             fields.push_back(trimmed(field));
         }
-        if (std::all_of(fields.begin(), fields.end(), isValue)) return sum(fields);
+        // A row of values is summed; a row with names or notes among them is a marker list's
+        // line, and gives its first timecode.
+        const bool values = std::all_of(fields.begin(), fields.end(), [](std::string_view field) {
+            return field.empty() || isTimecode(field) || isNumber(field);
+        });
+        if (values) return sum(fields);
+        if (std::any_of(fields.begin(), fields.end(), isTimecode)) {
+            return std::string(operandOf(lines.front()));
+        }
     }
     std::string text(pasted);
     for (char& c : text) {

@@ -53,8 +53,10 @@ void checkCut(const Cut& cut) {
             "problems are counted and capped");
     require(isUtf8(cut.title), "the title is UTF-8");
     for (const Event& event : cut.events) {
-        require(std::isfinite(event.recordIn) && event.recordOut >= event.recordIn,
-                "an event runs forwards");
+        require(std::isfinite(event.recordIn) && std::isfinite(event.recordOut) &&
+                    std::fabs(event.recordIn) <= 1e12 && std::fabs(event.recordOut) <= 1e12 &&
+                    event.recordOut >= event.recordIn,
+                "an event runs forwards at a place a cut can hold");
         require(isUtf8(event.reel) && isUtf8(event.clipName) && isUtf8(event.number),
                 "names are UTF-8");
         for (const std::string& note : event.notes) require(isUtf8(note), "notes are UTF-8");

@@ -583,6 +583,7 @@ INSTANTIATE_TEST_SUITE_P(Table, Pastes, testing::Values(
     PasteRow{"marker_list_first_timecode", "Marker 1\t01:00:05:00\t00:00:02:00\tred\nMarker 2\t01:00:09;12|29d\t\t\n", "01:00:05:00 + 01:00:09;12|29d"},
     PasteRow{"first_number_without_timecode", "shot A\t250\t12\nshot B\t\t48\n", "250 + 48"},
     PasteRow{"first_field_without_either", "one\ntwo\n", "one + two"},
+    PasteRow{"marker_line_alone_first_timecode", "Marker 1\t01:00:05:00\t00:00:02:00\tred\n", "01:00:05:00"},
     PasteRow{"spreadsheet_row_sums_fields", "00:00:10:00\t00:00:05:12\t\t00:00:02:12\n", "00:00:10:00 + 00:00:05:12 + 00:00:02:12"},
     PasteRow{"expression_over_lines_joined", "01:00:00:00 +\n00:00:10:00\r\n", "01:00:00:00 + 00:00:10:00  "},
     PasteRow{"row_with_operators_joined", "1+\t2", "1+ 2"},

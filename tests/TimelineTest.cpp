@@ -229,6 +229,33 @@ TEST(Problems, KeepTheirLinesShortAndWhole) {
     }
 }
 
+// What a broken or hostile file may hold that no cut can: places beyond 10^12 frames or not a
+// number, events that end before they start, a root named only in a comment.
+TEST(Readers, TurnAwayEventsNoCutCanHold) {
+    const std::string fcpxml =
+        "<fcpxml version=\"1.10\"><resources><format id=\"r1\" "
+        "frameDuration=\"1/25s\"/></resources>"
+        "<library><event><project name=\"p\"><sequence format=\"r1\"><spine>"
+        "<clip name=\"far\" offset=\"9000000000000000000s\" duration=\"1s\"/>"
+        "<clip name=\"backwards\" offset=\"10s\" duration=\"-1s\"/>"
+        "<clip name=\"kept\" offset=\"0s\" duration=\"1s\"/></spine></sequence></project>"
+        "</event></library></fcpxml>";
+    const Cut cut = readTimeline(fcpxml, {});
+    ASSERT_EQ(cut.events.size(), 1u);
+    EXPECT_EQ(cut.events.front().clipName, "kept");
+    EXPECT_EQ(cut.lostEvents, 2u);
+    EXPECT_EQ(cut.problems[1].message, "event 002 ends before it starts");
+    const Cut otio = readTimeline(
+        "{\"OTIO_SCHEMA\": \"Timeline.1\", \"global_start_time\": {\"rate\": 24, \"value\": 0},"
+        " \"tracks\": {\"OTIO_SCHEMA\": \"Stack.1\", \"children\": [{\"OTIO_SCHEMA\": \"Track.1\","
+        " \"children\": [{\"OTIO_SCHEMA\": \"Clip.1\", \"source_range\": {\"duration\":"
+        " {\"rate\": 1e-300, \"value\": 1e300}}}]}]}}",
+        {});
+    EXPECT_TRUE(otio.events.empty());
+    EXPECT_EQ(otio.lostEvents, 1u);
+    EXPECT_EQ(readTimeline("<!-- <xmeml> --><fcpxml version=\"1.5\"/>", {}).format, "FCPXML");
+}
+
 TEST(CutReports, SummaryLineGroupsFramesAndNamesTheRate) {
     Cut cut = readEdl("001 A V C 0 1 00:00:00:00 10:00:00:01\n", {RateOrigin::File, 0});
     Calc writer;

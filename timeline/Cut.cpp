@@ -1,6 +1,7 @@
 #include "Cut.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "FrameRate.h"
 
@@ -18,6 +19,32 @@ std::string problemLine(std::string_view line) {
 void addProblem(Cut& cut, Problem problem) {
     if (problem.kind == ProblemKind::LostEvent) ++cut.lostEvents;
     if (cut.problemCount++ < kMaxProblems) cut.problems.push_back(std::move(problem));
+}
+
+void dropUnsoundEvents(Cut& cut) {
+    constexpr double kFarthest = 1e12;
+    const auto sound = [](double frames) {
+        return std::isfinite(frames) && std::fabs(frames) <= kFarthest;
+    };
+    std::vector<Event> kept;
+    kept.reserve(cut.events.size());
+    for (Event& event : cut.events) {
+        std::string why;
+        if (!sound(event.recordIn) || !sound(event.recordOut)) {
+            why = "lies beyond 10^12 frames";
+        } else if (event.recordOut < event.recordIn) {
+            why = "ends before it starts";
+        }
+        if (why.empty()) {
+            if (event.sourceIn && !sound(*event.sourceIn)) event.sourceIn.reset();
+            if (event.sourceOut && !sound(*event.sourceOut)) event.sourceOut.reset();
+            kept.push_back(std::move(event));
+            continue;
+        }
+        addProblem(cut, {event.line, problemLine(event.clipName),
+                         "event " + event.number + " " + why, ProblemKind::LostEvent});
+    }
+    cut.events = std::move(kept);
 }
 
 void markUnreadable(Cut& cut, std::string message) {

@@ -61,7 +61,7 @@ struct Cut {
     int rateCode() const { return rate.code; }
 };
 
-inline constexpr std::size_t kMaxProblems = 100;
+inline constexpr std::size_t kMaxProblems = 1000;
 
 /// The text of a problem's line as it is kept: at most 200 bytes, never a UTF-8 character cut in
 /// two.
@@ -69,6 +69,10 @@ std::string problemLine(std::string_view line);
 
 /// Adds a problem, counted always and kept while there is room.
 void addProblem(Cut& cut, Problem problem);
+
+/// Turns away the events no cut can hold, each as a lost event: one whose place is not a number
+/// or lies beyond 10^12 frames (a hostile or broken file), one that ends before it starts.
+void dropUnsoundEvents(Cut& cut);
 
 /// Marks a file that cannot be read as a cut at all: no events, and why.
 void markUnreadable(Cut& cut, std::string message);

@@ -11,7 +11,6 @@ namespace vantrel::timeline {
 
 namespace {
 
-
 bool isBlank(char c) {
     return c == ' ' || c == '\t';
 }
@@ -59,15 +58,18 @@ bool isEventLine(const std::vector<std::string_view>& fields) {
                        [](std::string_view word) { return labelFields(word).has_value(); });
 }
 
-// V, A, A2 … A99, AA, B, AA/V, A/V, V2 …, NONE, as editing systems name their channels.
+// V, A, A2 … A99, AA, B, AA/V, A/V, V2 …, NONE, as editing systems name their channels: one
+// channel, or two joined by "/".
+bool isChannel(std::string_view word) {
+    if (word == "NONE" || word == "B" || word == "AA") return true;
+    return !word.empty() && (word[0] == 'A' || word[0] == 'V') &&
+           (word.size() == 1 || allDigits(word.substr(1)));
+}
+
 bool isTrack(std::string_view word) {
-    if (word == "NONE" || word == "B" || word == "AA" || word == "AA/V" || word == "A/V") {
-        return true;
-    }
-    if (const auto slash = word.find('/'); slash != std::string_view::npos) {
-        return isTrack(word.substr(0, slash)) && isTrack(word.substr(slash + 1));
-    }
-    return (word[0] == 'A' || word[0] == 'V') && (word.size() == 1 || allDigits(word.substr(1)));
+    const auto slash = word.find('/');
+    if (slash == std::string_view::npos) return isChannel(word);
+    return isChannel(word.substr(0, slash)) && isChannel(word.substr(slash + 1));
 }
 
 // C, D 030, W001 030, K B 030, KB, KO, or a bare duration where the kind was left blank.

@@ -1,8 +1,9 @@
 #include "EventTable.h"
 
 #include <algorithm>
+#include <charconv>
+#include <numeric>
 
-#include "CutReport.h"
 #include "NumberText.h"
 
 namespace vantrel::timeline {
@@ -76,6 +77,35 @@ double EventTable::recordOut(std::size_t row) const {
     const Row& r = m_rows[row];
     if (r.kind == RowKind::Event) return m_cut.events[r.event].recordOut;
     return std::max(seamOf(r).start, seamOf(r).end);
+}
+
+std::string EventTable::notes(std::size_t row) const {
+    if (m_rows[row].kind != RowKind::Event) return {};
+    std::string joinedNotes;
+    for (const std::string& note : m_cut.events[m_rows[row].event].notes) {
+        joinedNotes += (joinedNotes.empty() ? "" : "\n") + note;
+    }
+    return joinedNotes;
+}
+
+std::vector<std::size_t> EventTable::laneOfTrack() const {
+    const auto key = [this](std::size_t track) {
+        const std::string& name = m_summary.tracks[track].name;
+        const int kind = name.starts_with('V') || name == "B" ? 0 : name.starts_with('A') ? 1 : 2;
+        const auto digits = name.find_first_of("0123456789");
+        int number = 1;
+        if (digits != std::string::npos) {
+            std::from_chars(name.data() + digits, name.data() + name.size(), number);
+        }
+        return std::pair{kind, number};
+    };
+    std::vector<std::size_t> order(m_summary.tracks.size());
+    std::iota(order.begin(), order.end(), 0);
+    std::stable_sort(order.begin(), order.end(),
+                     [&](std::size_t a, std::size_t b) { return key(a) < key(b); });
+    std::vector<std::size_t> lanes(order.size());
+    for (std::size_t lane = 0; lane < order.size(); ++lane) lanes[order[lane]] = lane;
+    return lanes;
 }
 
 std::string_view EventTable::heading(Column column) {

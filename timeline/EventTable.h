@@ -43,8 +43,6 @@ public:
 
     std::size_t rowCount() const { return m_rows.size(); }
     RowKind kind(std::size_t row) const;
-    /// The event a row shows, or for a gap or overlap the event before it.
-    std::size_t eventOf(std::size_t row) const { return m_rows[row].event; }
     /// The first row of an event.
     std::size_t rowOfEvent(std::size_t event) const { return m_rowOfEvent[event]; }
     /// Where the row lies on the record side, in frames, and on which track (an index of
@@ -52,6 +50,12 @@ public:
     double recordIn(std::size_t row) const;
     double recordOut(std::size_t row) const;
     std::size_t trackOf(std::size_t row) const { return m_rows[row].track; }
+    /// The comment and other lines the file holds for a row's event, one a line.
+    std::string notes(std::size_t row) const;
+    /// The lane of each track (an index of Summary::tracks) in a picture of the cut: video
+    /// tracks from V1 up, then audio from A1 up, then the rest, as editing systems stack them,
+    /// whatever order the file named them in.
+    std::vector<std::size_t> laneOfTrack() const;
 
     static std::string_view heading(Column column);
     /// Whether the column holds figures, which sort by value and align right.

@@ -1,5 +1,6 @@
 #include "OtioReader.h"
 
+#include <algorithm>
 #include <cmath>
 #include <nlohmann/json.hpp>
 
@@ -195,7 +196,9 @@ private:
         if (rate <= 0 || !std::isfinite(value)) return 0.0;
         // Times written at the timeline's rate are whole already; others are rounded once.
         const double exact = std::fabs(rate - m_rate) < 0.001 ? value : value * m_rate / rate;
-        return std::floor(exact + 0.5);
+        // Far beyond any cut; the reader's check of places turns such an event away.
+        constexpr double kFarthest = 1e15;
+        return std::clamp(std::floor(exact + 0.5), -kFarthest, kFarthest);
     }
 
     // A nested stack deeper than editing systems write is taken to last nothing.

@@ -1,6 +1,7 @@
 #include "Rational.h"
 
 #include <charconv>
+#include <limits>
 #include <numeric>
 
 namespace vantrel::timeline {
@@ -20,6 +21,14 @@ Rational reduced(Wide numerator, Wide denominator) {
         b = rest;
     }
     if (a > 1) numerator /= a, denominator /= a;
+    // Beyond 64 bits no time of a real cut lies: the largest value stands for it, and the reader's
+    // check of its places turns it away.
+    constexpr Wide kLargest = std::numeric_limits<std::int64_t>::max();
+    if (numerator > kLargest || numerator < -kLargest || denominator > kLargest) {
+        return {numerator < 0 ? -std::numeric_limits<std::int64_t>::max()
+                              : std::numeric_limits<std::int64_t>::max(),
+                1};
+    }
     return {static_cast<std::int64_t>(numerator), static_cast<std::int64_t>(denominator)};
 }
 

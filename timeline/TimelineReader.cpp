@@ -22,6 +22,12 @@ char firstCharacter(std::string_view bytes) {
 std::string_view rootElement(std::string_view bytes) {
     for (std::size_t at = bytes.find('<'); at != std::string_view::npos;
          at = bytes.find('<', at + 1)) {
+        // A comment may hold any text, the name of another root among it.
+        if (bytes.substr(at, 4) == "<!--") {
+            at = bytes.find("-->", at);
+            if (at == std::string_view::npos) return {};
+            continue;
+        }
         if (at + 1 < bytes.size() && (bytes[at + 1] == '?' || bytes[at + 1] == '!')) continue;
         const std::size_t end = bytes.find_first_of(" \t\r\n/>", at + 1);
         return bytes.substr(at + 1, end == std::string_view::npos ? end : end - at - 1);
@@ -29,9 +35,7 @@ std::string_view rootElement(std::string_view bytes) {
     return {};
 }
 
-}  // namespace
-
-Cut readTimeline(std::string_view bytes, const RateRequest& request) {
+Cut readFile(std::string_view bytes, const RateRequest& request) {
     switch (firstCharacter(bytes)) {
         case '<': {
             const std::string_view root = rootElement(bytes);
@@ -44,6 +48,14 @@ Cut readTimeline(std::string_view bytes, const RateRequest& request) {
         default:
             return looksLikeAle(bytes) ? readAle(bytes, request) : readEdl(bytes, request);
     }
+}
+
+}  // namespace
+
+Cut readTimeline(std::string_view bytes, const RateRequest& request) {
+    Cut cut = readFile(bytes, request);
+    dropUnsoundEvents(cut);
+    return cut;
 }
 
 }  // namespace vantrel::timeline

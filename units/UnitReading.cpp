@@ -15,7 +15,7 @@ namespace {
 const Regex& literalPattern() {
     static const Regex pattern(R"((?<![\w.:;|])(?:\d{1,7}(?:\+\d{1,2}(?:\.[123])?)?ft|\d{1,12}smp|)"
                                R"((?:(?:\d{1,4}:)?\d{1,2}:)?\d{1,6}(?:\.\d{1,3})?rt|)"
-                               R"(\d{1,12}(?:/\d{1,9})?s|\d{1,18}tk)(?![A-Za-z]))");
+                               R"(\d{1,12}(?:/0{0,8}[1-9]\d{0,8})?s|\d{1,18}tk)(?![A-Za-z]))");
     return pattern;
 }
 

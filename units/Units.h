@@ -8,9 +8,10 @@
 
 #include "Calc.h"
 
-// The units post-production counts in besides timecode: feet+frames of film, audio samples and
-// real time. Plain functions of a frame count, shared by the window and vantrel-calc. They take
-// each rate at its exact fraction (24000/1001 for 23.976), whatever the PT reading uses.
+// The units post-production counts in besides timecode: feet+frames of film, audio samples, real
+// time, and the two timeline files count in, rational seconds and Premiere ticks. Plain functions
+// of a frame count, shared by the window and vantrel-calc. They take each rate at its exact
+// fraction (24000/1001 for 23.976), whatever the PT reading uses.
 namespace vantrel::units {
 
 /// A film gauge for feet+frames: the perforations of a foot and of a frame. Where a foot holds no
@@ -80,7 +81,8 @@ std::string_view unitMark(int displayState);
 /// ("35mm-4perf") and the sample rate of samples ("48kHz"); empty for any other display state.
 std::string unitChoiceText(int displayState, const UnitChoice& choice);
 
-/// The text of a unit display state (feet+frames, samples, real time), or nothing for any other.
+/// The text of a unit display state (feet+frames, samples, real time, rational seconds, ticks), or
+/// nothing for any other.
 std::optional<std::string> unitText(int displayState, double frames, int rateCode,
                                     const UnitChoice& choice);
 

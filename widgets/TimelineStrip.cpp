@@ -55,8 +55,10 @@ void TimelineStrip::setLanes(std::vector<Lane> lanes, double start, double end,
                              double framesPerSecond, Texts texts) {
     m_lanes.clear();
     m_placeOfRow.clear();
-    m_start = start;
-    m_end = end > start ? end : start + 1;
+    // The readers keep every place finite and within 10^12 frames; a picture of anything else
+    // would have no pixels to give it.
+    m_start = std::isfinite(start) ? start : 0;
+    m_end = std::isfinite(end) && end > m_start ? end : m_start + 1;
     m_framesPerSecond = framesPerSecond > 0 ? framesPerSecond : 24;
     m_texts = std::move(texts);
     for (Lane& lane : lanes) {
@@ -197,8 +199,8 @@ void TimelineStrip::drawRuler(QPainter& painter, const QRect& exposed) const {
     painter.fillRect(QRect(exposed.left(), 0, exposed.width(), kRulerHeight), palette().window());
     painter.setPen(palette().mid().color());
     painter.drawLine(exposed.left(), kRulerHeight - 1, exposed.right(), kRulerHeight - 1);
-    // The mark step: the first whole number of seconds, minutes or hours that leaves room for
-    // a timecode between marks, or whole frames when zoomed far in.
+    // The mark step: the first whole number of frames, seconds, minutes or hours that leaves room
+    // for a timecode between marks; beyond ten hours, ten times as many hours each time.
     const double framesPerPixel = (m_end - m_start) / (contentWidth() - kNameWidth - 2 * kMargin);
     const double fps = m_framesPerSecond;
     const std::array<double, 17> steps{1,          2,          5,         10,         fps,
@@ -212,10 +214,14 @@ void TimelineStrip::drawRuler(QPainter& painter, const QRect& exposed) const {
             break;
         }
     }
+    while (step / framesPerPixel < kMarkSpacing && std::isfinite(step)) step *= 10;
+    if (!std::isfinite(step) || !std::isfinite(framesPerPixel)) return;
+    // One mark a step across the exposed pixels, however far the cut runs.
     const double first = std::ceil((frameOfX(exposed.left() - kMarkSpacing) - m_start) / step);
     painter.setPen(palette().windowText().color());
-    for (double mark = first;; ++mark) {
-        const double frames = m_start + mark * step;
+    const int marks = exposed.width() / kMarkSpacing + 3;
+    for (int i = 0; i < marks; ++i) {
+        const double frames = m_start + (first + i) * step;
         const double x = xOfFrame(frames);
         if (x > exposed.right() + kMarkSpacing || frames > m_end + step) break;
         if (x < kNameWidth) continue;

@@ -80,6 +80,8 @@ TEST(HelpPage, ExpressionTablesAreTrue) {
         } else if (results.size() == 2) {
             EXPECT_EQ(pt + " " + pf, results[0].toStdString() + " " + results[1].toStdString())
                 << typed;
+        } else if (results.isEmpty()) {
+            ADD_FAILURE() << "no result in the row of " << typed;
         } else if (results[0].startsWith(QStringLiteral("PT "))) {
             EXPECT_EQ("PT " + pt + ", PF " + pf, results[0].toStdString()) << typed;
         } else {
@@ -94,8 +96,10 @@ TEST(HelpPage, ExpressionTablesAreTrue) {
 // The rate table's frame counts of an hour, and the unit table's readings of an hour at 23.976.
 TEST(HelpPage, RateAndUnitTablesAreTrue) {
     Calc calc;
+    int checked = 0;
     for (const QStringList& cells : rows(section(QStringLiteral("rates")))) {
         if (cells.size() != 5) continue;
+        ++checked;
         const FrameRate* rate = frameRateForSuffix(firstCode(cells[1]).mid(1).toStdString());
         ASSERT_TRUE(rate) << plain(cells[1]).toStdString();
         calc.setFps(rate->code);
@@ -112,10 +116,12 @@ TEST(HelpPage, RateAndUnitTablesAreTrue) {
                                           {"Premiere Ticks", DisplayStateTicks}};
     for (const QStringList& cells : rows(section(QStringLiteral("units")))) {
         if (!displays.contains(plain(cells[0]))) continue;
+        ++checked;
         EXPECT_EQ(result(units::evaluated(calc, "01:00:00:00", Flavour::PT, false,
                                           displays.at(plain(cells[0])), choice)),
                   firstCode(cells[2]).toStdString());
     }
+    EXPECT_EQ(checked, 20 + 5);
 }
 
 // The help window closes with Esc and with the close key, as a help viewer does.
