@@ -254,6 +254,10 @@ TEST(Readers, TurnAwayEventsNoCutCanHold) {
     EXPECT_TRUE(otio.events.empty());
     EXPECT_EQ(otio.lostEvents, 1u);
     EXPECT_EQ(readTimeline("<!-- <xmeml> --><fcpxml version=\"1.5\"/>", {}).format, "FCPXML");
+    // An XML file that says it is UTF-8 and is not.
+    std::string latin = fcpxml;
+    latin.replace(latin.find("kept"), 4, "k\xE9pt");
+    EXPECT_EQ(readTimeline(latin, {}).events.front().clipName, "k\xEF\xBF\xBDpt");
 }
 
 TEST(CutReports, SummaryLineGroupsFramesAndNamesTheRate) {

@@ -197,6 +197,10 @@ DecodedText decodeText(std::string_view bytes) {
     return {fromSingleBytes(bytes, macRoman), macRoman ? Encoding::MacRoman : Encoding::Latin1};
 }
 
+std::string validUtf8(std::string_view text) {
+    return fromUtf8(text);
+}
+
 std::string_view trimmed(std::string_view text) {
     constexpr std::string_view kBlanks = " \t";
     const std::size_t start = text.find_first_not_of(kBlanks);

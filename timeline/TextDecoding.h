@@ -22,6 +22,11 @@ struct DecodedText {
 /// padding at the end make it binary data, with no text.
 DecodedText decodeText(std::string_view bytes);
 
+/// The text with every byte that is not part of a UTF-8 character, and every control character
+/// but tab and line ends, replaced by U+FFFD: what an XML file that says it is UTF-8 may still
+/// hold.
+std::string validUtf8(std::string_view text);
+
 /// The text without the blanks and tabs at either end.
 std::string_view trimmed(std::string_view text);
 

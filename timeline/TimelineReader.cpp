@@ -4,6 +4,7 @@
 #include "EdlReader.h"
 #include "FcpxmlReader.h"
 #include "OtioReader.h"
+#include "TextDecoding.h"
 #include "XmemlReader.h"
 
 namespace vantrel::timeline {
@@ -55,6 +56,16 @@ Cut readFile(std::string_view bytes, const RateRequest& request) {
 Cut readTimeline(std::string_view bytes, const RateRequest& request) {
     Cut cut = readFile(bytes, request);
     dropUnsoundEvents(cut);
+    // Names from XML come as its parser found them, which need not be UTF-8 whatever the file
+    // declares; the rest of Vantrel counts on UTF-8.
+    cut.title = validUtf8(cut.title);
+    for (Event& event : cut.events) {
+        for (std::string* text : {&event.number, &event.reel, &event.track, &event.clipName}) {
+            *text = validUtf8(*text);
+        }
+        for (std::string& note : event.notes) note = validUtf8(note);
+    }
+    for (Problem& problem : cut.problems) problem.message = validUtf8(problem.message);
     return cut;
 }
 
