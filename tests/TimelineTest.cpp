@@ -254,6 +254,8 @@ TEST(Readers, TurnAwayEventsNoCutCanHold) {
     EXPECT_TRUE(otio.events.empty());
     EXPECT_EQ(otio.lostEvents, 1u);
     EXPECT_EQ(readTimeline("<!-- <xmeml> --><fcpxml version=\"1.5\"/>", {}).format, "FCPXML");
+    EXPECT_EQ(readTimeline(fcpxml.substr(0, 150), {}).problems.front().message,
+              "XML cut short at byte 149: Error parsing start element tag");
     // An XML file that says it is UTF-8 and is not.
     std::string latin = fcpxml;
     latin.replace(latin.find("kept"), 4, "k\xE9pt");
