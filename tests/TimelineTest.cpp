@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <string>
 #include <vector>
 
@@ -261,6 +262,95 @@ TEST(Readers, TurnAwayEventsNoCutCanHold) {
     latin.replace(latin.find("kept"), 4, "k\xE9pt");
     EXPECT_EQ(readTimeline(latin, {}).events.front().clipName, "k\xEF\xBF\xBDpt");
 }
+
+// What each reader makes of a construct an export may hold: "code| track in-out transition
+// reel; ..." and the problems it names.
+struct ForeignRow {
+    const char* name;
+    std::string file;
+    std::string events;
+    std::string problems;
+};
+
+class ForeignFiles : public testing::TestWithParam<ForeignRow> {};
+
+TEST_P(ForeignFiles, PlaceEveryClipAsItsEditorDid) {
+    const Cut cut = readTimeline(GetParam().file, {});
+    std::string events = rateName(cut.rate.code) + "|";
+    for (const Event& event : cut.events) {
+        events += " " + event.track + " " + std::to_string(std::llround(event.recordIn)) + "-" +
+                  std::to_string(std::llround(event.recordOut)) + " " + event.transition + " " +
+                  event.reel + ";";
+    }
+    std::string problems;
+    for (const Problem& problem : cut.problems) problems += problem.message + ";";
+    EXPECT_EQ(events, GetParam().events);
+    EXPECT_EQ(problems, GetParam().problems);
+}
+
+std::string fcpxml(const std::string& body, const std::string& version = "1.10") {
+    return "<fcpxml version=\"" + version +
+           "\"><resources><format id=\"r1\" frameDuration=\"1/25s\"/>"
+           "<media id=\"r2\" name=\"Compound\"><sequence format=\"r1\"/></media></resources>" +
+           body + "</fcpxml>";
+}
+
+std::string fcpxmlSpine(const std::string& spine) {
+    return fcpxml("<library><event><project name=\"p\"><sequence format=\"r1\"><spine>" + spine +
+                  "</spine></sequence></project></event></library>");
+}
+
+std::string otioClip(const std::string& name, int value, int rate) {
+    return R"({"OTIO_SCHEMA": "Clip.1", "name": ")" + name +
+           R"(", "source_range": {"duration": {"rate": )" + std::to_string(rate) +
+           R"(, "value": )" + std::to_string(value) + "}}},";
+}
+
+std::string otio(const std::string& items,
+                 const std::string& start = "{\"rate\": 24, \"value\": 0}",
+                 const std::string& name = "t") {
+    return R"({"OTIO_SCHEMA": "Timeline.1", "name": ")" + name + R"(", "global_start_time": )" +
+           start +
+           R"(, "tracks": {"OTIO_SCHEMA": "Stack.1", "children": [{"OTIO_SCHEMA": "Track.1", "children": [)" +
+           items + R"({"OTIO_SCHEMA": "Gap.1"}]}]}})";
+}
+
+std::string xmeml(const std::string& sequences) {
+    return "<xmeml version=\"4\">" + sequences + "</xmeml>";
+}
+
+std::string xmemlSequence(const std::string& name, const std::string& clips) {
+    return "<sequence><name>" + name +
+           "</name><rate><timebase>25</timebase></rate><media><video><track>" + clips +
+           "</track></video></media></sequence>";
+}
+
+const std::string kOtioGap =
+    R"({"OTIO_SCHEMA": "Gap.1", "source_range": {"duration": {"rate": 24, "value": 24}}},)";
+const std::string kOtioDissolve =
+    R"({"OTIO_SCHEMA": "Transition.1", "in_offset": {"rate": 24, "value": 6}, "out_offset": {"rate": 24, "value": 6}},)";
+const std::string kXmemlNest =
+    "<clipitem><name>n</name><start>0</start><end>25</end><sequence id=\"s9\"/></clipitem>";
+
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(Table, ForeignFiles, testing::Values(
+    ForeignRow{"otio_other_rate_places_do_not_drift", otio(otioClip("a", 13, 25) + otioClip("b", 13, 25) + otioClip("c", 13, 25)), "24| V1 0-12 C a; V1 12-25 C b; V1 25-37 C c;", ""},
+    ForeignRow{"otio_dissolve_into_gap_is_a_fade", otio(otioClip("a", 24, 24) + kOtioDissolve + kOtioGap + otioClip("b", 24, 24)), "24| V1 0-24 C a; V1 48-72 C b;", ""},
+    ForeignRow{"otio_dissolve_between_clips", otio(otioClip("a", 24, 24) + kOtioDissolve + otioClip("b", 24, 24)), "24| V1 0-24 C a; V1 24-48 D 012 b;", ""},
+    ForeignRow{"otio_rate_from_media_range", otio(R"({"OTIO_SCHEMA": "Clip.1", "name": "m", "media_reference": {"OTIO_SCHEMA": "ExternalReference.1", "available_range": {"duration": {"rate": 25, "value": 50}}}},)", "null"), "25| V1 0-50 C m;", ""},
+    ForeignRow{"otio_rate_from_nested_stack", otio(R"({"OTIO_SCHEMA": "Stack.1", "name": "nest", "children": [{"OTIO_SCHEMA": "Track.1", "children": [)" + otioClip("in", 60, 30) + R"({"OTIO_SCHEMA": "Gap.1"}]}]},)", "null"), "30| V1 0-60 C nest;", ""},
+    ForeignRow{"otio_unnamed_second_timeline", R"({"OTIO_SCHEMA": "SerializableCollection.1", "children": [)" + otio(otioClip("a", 24, 24)) + "," + otio(otioClip("b", 48, 24), "null", "") + "," + otio("", "null", "u") + "]}", "24| V1 0-24 C a;", "the collection holds more timelines; the first is read, not an unnamed one, u;"},
+    ForeignRow{"fcpxml_audition_takes_its_pick", fcpxmlSpine(R"(<audition offset="0s"><clip name="pick" duration="2s"/><clip name="alt" duration="5s"/></audition><clip name="next" offset="2s" duration="1s"/>)"), "25| V1 0-50 C pick; V1 50-75 C next;", ""},
+    ForeignRow{"fcpxml_dissolve_into_gap_is_a_fade", fcpxmlSpine(R"(<clip name="a" offset="0s" duration="1s"/><transition duration="1/5s"/><gap offset="1s" duration="1s"/><clip name="b" offset="2s" duration="1s"/>)"), "25| V1 0-25 C a; V1 50-75 C b;", ""},
+    ForeignRow{"fcpxml_connected_finer_than_any_frame", fcpxmlSpine(R"(<clip name="a" offset="0s" start="1/9223372036854775783s" duration="1s"><clip name="b" lane="1" offset="1/9223372036854775643s" duration="1s"/></clip>)"), "25| V1 0-25 C a; V2 0-25 C b;", ""},
+    ForeignRow{"fcpxml_lowest_start_connected", fcpxmlSpine(R"(<clip name="a" offset="0s" start="-9223372036854775808s" duration="1s"><clip name="b" lane="1" offset="0s" duration="1s"/></clip>)"), "25| V1 0-25 C a;", "event 002 lies beyond 10^12 frames;"},
+    ForeignRow{"fcpxml_clip_list_compound_first", fcpxml(R"(<library><event><ref-clip ref="r2" name="c" duration="2s"/><asset-clip name="d" format="r1" duration="1s"/></event></library>)"), "25| clips 0-50 C Compound; clips 50-75 C d;", ""},
+    ForeignRow{"fcpxml_clips_under_the_root", fcpxml(R"(<asset-clip name="e" format="r1" duration="3s"/>)"), "25| clips 0-75 C e;", ""},
+    ForeignRow{"fcpxml_version_beyond_int", fcpxml("", "21474837.0"), "24|", "FCPXML version 21474837.0: 1.8 to 1.13 expected;"},
+    ForeignRow{"xmeml_names_the_other_sequences", xmeml(xmemlSequence("one", "<clipitem><name>a</name><start>0</start><end>25</end></clipitem>") + xmemlSequence("two", "")), "25| V1 0-25 C a;", "the file holds 2 sequences; the first is read, not two;"},
+    ForeignRow{"xmeml_nested_sequence_by_id", xmeml(xmemlSequence("main", "<clipitem><name>n</name><start>0</start><end>25</end><sequence id=\"s9\"><name>Nest</name></sequence></clipitem>" + kXmemlNest)), "25| V1 0-25 C Nest; V1 0-25 C Nest;", ""}),
+    rowName<ForeignRow>);
+// clang-format on
 
 TEST(CutReports, SummaryLineGroupsFramesAndNamesTheRate) {
     Cut cut = readEdl("001 A V C 0 1 00:00:00:00 10:00:00:01\n", {RateOrigin::File, 0});

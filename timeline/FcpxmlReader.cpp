@@ -28,7 +28,7 @@ Rational timeOf(const pugi::xml_node& node, const char* attribute) {
     return parseRational(node.attribute(attribute).value()).value_or(Rational{});
 }
 
-// "1.10" as 110, "1.8" as 108, so that versions compare as numbers.
+// "1.10" as 110, "1.8" as 108, so that versions compare as numbers; anything else as -1.
 int versionNumber(std::string_view version) {
     const auto point = version.find('.');
     int major = 0;
@@ -36,10 +36,21 @@ int versionNumber(std::string_view version) {
     if (point == std::string_view::npos ||
         std::from_chars(version.data(), version.data() + point, major).ec != std::errc() ||
         std::from_chars(version.data() + point + 1, version.data() + version.size(), minor).ec !=
-            std::errc()) {
+            std::errc() ||
+        major < 0 || major > 99 || minor < 0 || minor > 99) {
         return -1;
     }
     return major * 100 + minor;
+}
+
+// The clip an item stands for in the cut: itself, or an audition's active pick, its first clip.
+pugi::xml_node pickedClip(const pugi::xml_node& item) {
+    if (isClip(item)) return item;
+    if (std::string_view(item.name()) != "audition") return {};
+    for (const pugi::xml_node& child : item.children()) {
+        if (isClip(child)) return child;
+    }
+    return {};
 }
 
 // Lane 1 is V2, lane 2 V3; lane -1 is A1.
@@ -148,13 +159,13 @@ private:
                 transition = dissolve(frames(timeOf(child, "duration")));
                 continue;
             }
-            if (!isClip(child) && name != "gap") continue;
+            const pugi::xml_node clip = pickedClip(child);
+            if (!clip && name != "gap") continue;
             const Rational childPlace = place + (timeOf(child, "offset") - start);
-            if (isClip(child)) {
-                addEvent(child, childPlace, track, transition);
-                transition = "C";
-            }
-            readAnchored(child, childPlace, depth + 1);
+            if (clip) addEvent(clip, childPlace, track, transition);
+            // A transition into a gap is a fade, not the way into the clip after the gap.
+            transition = "C";
+            readAnchored(clip ? clip : child, childPlace, depth + 1);
         }
     }
 
@@ -175,9 +186,9 @@ private:
             const Rational childPlace = parentPlace + (timeOf(child, "offset") - parentStart);
             if (std::string_view(child.name()) == "spine") {
                 readContainer(child, childPlace, timeOf(child, "start"), track, depth + 1);
-            } else if (isClip(child)) {
-                addEvent(child, childPlace, track, "C");
-                readAnchored(child, childPlace, depth + 1);
+            } else if (const pugi::xml_node clip = pickedClip(child)) {
+                addEvent(clip, childPlace, track, "C");
+                readAnchored(clip, childPlace, depth + 1);
             }
         }
     }
@@ -202,28 +213,43 @@ private:
         event.sourceOut = static_cast<double>(((start + duration) * m_framesPerSecond).rounded());
     }
 
-    // A library of clips and no project: each clip of each event once, end to end.
+    // A library of clips and no project: each clip of each event once, end to end. Clips may
+    // also stand right under the root, as a file of a few clips dragged out of a browser.
     Cut readClipList() {
         m_cut.clipList = true;
         std::vector<pugi::xml_node> clips;
-        for (const pugi::xml_node& event : elementsNamed("event")) {
-            for (const pugi::xml_node& child : event.children()) {
-                if (isClip(child)) clips.push_back(child);
+        std::vector<pugi::xml_node> holders = elementsNamed("event");
+        holders.insert(holders.begin(), m_root);
+        for (const pugi::xml_node& holder : holders) {
+            for (const pugi::xml_node& child : holder.children()) {
+                if (const pugi::xml_node clip = pickedClip(child)) clips.push_back(clip);
             }
         }
         if (clips.empty()) return fail("no project and no clips");
         const pugi::xml_node first = clips.front();
-        pugi::xml_node format = m_resources[first.attribute("format").value()];
-        if (!format) {
-            format = m_resources
-                [m_resources[first.attribute("ref").value()].attribute("format").value()];
-        }
-        if (!setRate(format, std::string_view(first.attribute("tcFormat").value()) == "DF")) {
+        if (!setRate(formatOf(first),
+                     std::string_view(first.attribute("tcFormat").value()) == "DF")) {
             return std::move(m_cut);
         }
         for (const pugi::xml_node& clip : clips) addEvent(clip, Rational{}, "clips", "C");
         placeEndToEnd(m_cut);
         return std::move(m_cut);
+    }
+
+    // A clip's format: its own, its asset's, or, for a compound or multicam clip, that of the
+    // sequence or multicam inside its media.
+    pugi::xml_node formatOf(const pugi::xml_node& clip) {
+        if (const pugi::xml_node own = m_resources[clip.attribute("format").value()]) return own;
+        const pugi::xml_node resource = m_resources[clip.attribute("ref").value()];
+        if (const pugi::xml_node format = m_resources[resource.attribute("format").value()]) {
+            return format;
+        }
+        for (const pugi::xml_node& inner : resource.children()) {
+            if (const pugi::xml_node format = m_resources[inner.attribute("format").value()]) {
+                return format;
+            }
+        }
+        return {};
     }
 
     pugi::xml_node m_root;

@@ -110,7 +110,7 @@ public:
         if (!setRate(start.is_object() ? number(start, "rate") : firstClipRate(tracks))) {
             return std::move(m_cut);
         }
-        const double startFrames = start.is_object() ? frames(start) : 0.0;
+        const double startFrames = start.is_object() ? exactFrames(start) : 0.0;
         int video = 0;
         int audio = 0;
         for (const Json& track : member(tracks, "children")) {
@@ -137,7 +137,8 @@ private:
             if (!first) {
                 first = &child;
             } else {
-                others += (others.empty() ? "" : ", ") + text(child, "name");
+                const std::string name = text(child, "name");
+                others += (others.empty() ? "" : ", ") + (name.empty() ? "an unnamed one" : name);
             }
         }
         if (!others.empty()) {
@@ -163,15 +164,25 @@ private:
         return std::move(m_cut);
     }
 
+    // The rate of a clip's range, or of its media's where the clip uses the media whole.
     static double durationRate(const Json& item) {
-        return number(member(member(item, "source_range"), "duration"), "rate");
+        const Json& range = member(item, "source_range");
+        return number(member(range.is_object() ? range : member(reference(item), "available_range"),
+                             "duration"),
+                      "rate");
     }
 
-    // Without a global start time, the timeline counts at its first clip's rate.
-    static double firstClipRate(const Json& tracks) {
-        for (const Json& track : member(tracks, "children")) {
+    // Without a global start time, the timeline counts at its first clip's rate, which may sit
+    // in a nested stack.
+    static double firstClipRate(const Json& stack, int depth = 0) {
+        constexpr int kDeepest = 64;
+        if (depth > kDeepest) return 0.0;
+        for (const Json& track : member(stack, "children")) {
             for (const Json& item : member(track, "children")) {
                 if (hasSchema(item, "Clip")) return durationRate(item);
+                if (hasSchema(item, "Stack")) {
+                    if (const double rate = firstClipRate(item, depth + 1); rate > 0) return rate;
+                }
             }
         }
         return 0.0;
@@ -189,26 +200,29 @@ private:
         return true;
     }
 
-    // A rational time at the timeline's rate, to the nearest frame, halves upward.
-    double frames(const Json& time) const {
+    // A rational time in frames of the timeline's rate, not yet rounded: items at other rates
+    // are added up exactly and only the places of events are rounded, so that they do not drift.
+    double exactFrames(const Json& time) const {
         const double rate = number(time, "rate");
         const double value = number(time, "value");
         if (rate <= 0 || !std::isfinite(value)) return 0.0;
-        // Times written at the timeline's rate are whole already; others are rounded once.
         const double exact = std::fabs(rate - m_rate) < 0.001 ? value : value * m_rate / rate;
         // Far beyond any cut; the reader's check of places turns such an event away.
         constexpr double kFarthest = 1e15;
-        return std::clamp(std::floor(exact + 0.5), -kFarthest, kFarthest);
+        return std::clamp(exact, -kFarthest, kFarthest);
     }
+
+    // The nearest whole frame, halves upward.
+    static double wholeFrames(double exact) { return std::floor(exact + 0.5); }
 
     // A nested stack deeper than editing systems write is taken to last nothing.
     double durationOf(const Json& item, int depth = 0) const {
         constexpr int kDeepest = 64;
         if (depth > kDeepest) return 0.0;
         const Json& range = member(item, "source_range");
-        if (range.is_object()) return frames(member(range, "duration"));
+        if (range.is_object()) return exactFrames(member(range, "duration"));
         if (hasSchema(item, "Clip")) {
-            return frames(member(member(reference(item), "available_range"), "duration"));
+            return exactFrames(member(member(reference(item), "available_range"), "duration"));
         }
         // A nested stack without a range lasts as long as its longest track.
         double longest = 0.0;
@@ -249,29 +263,29 @@ private:
         for (const Json& item : member(track, "children")) {
             if (hasSchema(item, "Transition")) {
                 transition = dissolve(static_cast<std::int64_t>(
-                    frames(member(item, "in_offset")) + frames(member(item, "out_offset"))));
+                    wholeFrames(exactFrames(member(item, "in_offset")) +
+                                exactFrames(member(item, "out_offset")))));
                 continue;
             }
-            const double duration = durationOf(item);
             if (hasSchema(item, "Clip") || hasSchema(item, "Stack")) {
-                addEvent(item, name, start + place, transition).recordOut =
-                    start + place + duration;
-                transition = "C";
+                addEvent(item, name, start + place, transition);
             }
-            place += duration;
+            // A transition into a gap is a fade, not the way into the clip after the gap.
+            transition = "C";
+            place += durationOf(item);
         }
     }
 
-    Event& addEvent(const Json& item, const std::string& track, double place,
-                    const std::string& transition) {
+    void addEvent(const Json& item, const std::string& track, double place,
+                  const std::string& transition) {
         Event& event = m_cut.events.emplace_back();
         event.number = eventNumber(m_cut.events.size());
         event.track = track;
         event.transition = transition;
         event.clipName = text(item, "name");
         event.reel = hasSchema(item, "Stack") ? event.clipName : reelOf(item);
-        event.recordIn = place;
-        event.recordOut = place + durationOf(item);
+        event.recordIn = wholeFrames(place);
+        event.recordOut = wholeFrames(place + durationOf(item));
         const Json& range = member(item, "source_range");
         const Json& sourceStart = member(range, "start_time");
         if (sourceStart.is_object()) {
@@ -282,7 +296,6 @@ private:
             event.sourceIn = value;
             event.sourceOut = value + length;
         }
-        return event;
     }
 
     const Json& m_root;

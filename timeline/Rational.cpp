@@ -21,10 +21,17 @@ Rational reduced(Wide numerator, Wide denominator) {
         b = rest;
     }
     if (a > 1) numerator /= a, denominator /= a;
-    // Beyond 64 bits no time of a real cut lies: the largest value stands for it, and the reader's
-    // check of its places turns it away.
+    // Beyond 64 bits no time of a real cut lies. A denominator that large is a fraction finer
+    // than any frame: scaled down, it keeps its value to far less than a frame. A numerator that
+    // large is a place beyond any cut: the largest value stands for it, and the reader's check of
+    // its places turns it away.
     constexpr Wide kLargest = std::numeric_limits<std::int64_t>::max();
-    if (numerator > kLargest || numerator < -kLargest || denominator > kLargest) {
+    if (denominator > kLargest) {
+        const Wide scale = denominator / kLargest + 1;
+        return reduced((numerator + (numerator < 0 ? -scale / 2 : scale / 2)) / scale,
+                       denominator / scale);
+    }
+    if (numerator > kLargest || numerator < -kLargest) {
         return {numerator < 0 ? -std::numeric_limits<std::int64_t>::max()
                               : std::numeric_limits<std::int64_t>::max(),
                 1};
@@ -51,7 +58,8 @@ Rational operator+(Rational a, Rational b) {
 }
 
 Rational operator-(Rational a, Rational b) {
-    return a + Rational{-b.numerator, b.denominator};
+    return reduced(Wide(a.numerator) * b.denominator - Wide(b.numerator) * a.denominator,
+                   Wide(a.denominator) * b.denominator);
 }
 
 Rational operator*(Rational a, Rational b) {
@@ -72,7 +80,7 @@ std::optional<Rational> parseRational(std::string_view text) {
     const auto slash = text.find('/');
     const auto numerator = integer(text.substr(0, slash));
     if (!numerator) return std::nullopt;
-    if (slash == std::string_view::npos) return Rational{*numerator, 1};
+    if (slash == std::string_view::npos) return fraction(*numerator, 1);
     const auto denominator = integer(text.substr(slash + 1));
     if (!denominator || *denominator == 0) return std::nullopt;
     return fraction(*numerator, *denominator);

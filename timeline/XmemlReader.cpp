@@ -3,6 +3,8 @@
 #include <charconv>
 #include <cmath>
 #include <map>
+#include <string>
+#include <vector>
 
 #include "FrameRate.h"
 #include "XmlFile.h"
@@ -40,15 +42,35 @@ class Reader {
 public:
     Reader(const pugi::xml_node& root, const RateRequest& request) : m_request(request) {
         m_cut.format = "xmeml";
-        for (const pugi::xpath_node& file : root.select_nodes("//file[@id]")) {
-            if (file.node().first_child())
-                m_files.emplace(file.node().attribute("id").value(), file.node());
+        // Files and nested sequences are written in full once and by their id after that.
+        for (const char* kind : {"file", "sequence"}) {
+            for (const pugi::xpath_node& node :
+                 root.select_nodes((std::string("//") + kind + "[@id]").c_str())) {
+                if (node.node().first_child())
+                    m_defined.emplace(kind + std::string(":") + node.node().attribute("id").value(),
+                                      node.node());
+            }
         }
-        m_sequence = root.select_node("//sequence").node();
+        for (const pugi::xpath_node& node :
+             root.select_nodes("//sequence[not(ancestor::clipitem)]")) {
+            if (node.node().first_child()) m_sequences.push_back(node.node());
+        }
     }
 
     Cut read() {
-        if (!m_sequence) return fail("no sequence in the file");
+        if (m_sequences.empty()) return fail("no sequence in the file");
+        m_sequence = m_sequences.front();
+        if (m_sequences.size() > 1) {
+            std::string others;
+            for (std::size_t i = 1; i < m_sequences.size(); ++i) {
+                others += (i > 1 ? ", " : "") + std::string(m_sequences[i].child_value("name"));
+            }
+            addProblem(m_cut, {0,
+                               {},
+                               "the file holds " + std::to_string(m_sequences.size()) +
+                                   " sequences; the first is read, not " + others,
+                               ProblemKind::Warning});
+        }
         m_cut.title = m_sequence.child_value("name");
         const pugi::xml_node timecode = m_sequence.child("timecode");
         const bool dropFrame = std::string_view(timecode.child_value("displayformat")) == "DF";
@@ -127,14 +149,20 @@ private:
         event.sourceOut = static_cast<double>(framesOf(item.child("out")));
     }
 
+    // An element written in full, or by the id of its full definition elsewhere in the file.
+    pugi::xml_node defined(const pugi::xml_node& node, const char* kind) const {
+        if (!node || node.first_child()) return node;
+        const auto found = m_defined.find(kind + std::string(":") + node.attribute("id").value());
+        return found != m_defined.end() ? found->second : node;
+    }
+
     // The tape's name, else the file's, else the clip's; a nested sequence goes by its name.
     std::string reelOf(const pugi::xml_node& item) const {
-        if (const pugi::xml_node nested = item.child("sequence")) return nested.child_value("name");
-        pugi::xml_node file = item.child("file");
-        if (file && !file.first_child()) {
-            const auto defined = m_files.find(file.attribute("id").value());
-            if (defined != m_files.end()) file = defined->second;
+        if (const pugi::xml_node nested = defined(item.child("sequence"), "sequence")) {
+            const std::string_view name = nested.child_value("name");
+            return std::string(name.empty() ? item.child_value("name") : name);
         }
+        const pugi::xml_node file = defined(item.child("file"), "file");
         const std::string_view reel = file.child("timecode").child("reel").child_value("name");
         if (!reel.empty()) return std::string(reel);
         const std::string_view name = file.child_value("name");
@@ -142,8 +170,9 @@ private:
     }
 
     RateRequest m_request;
+    std::vector<pugi::xml_node> m_sequences;  // the file's own, not those nested in clips
     pugi::xml_node m_sequence;
-    std::map<std::string, pugi::xml_node, std::less<>> m_files;
+    std::map<std::string, pugi::xml_node, std::less<>> m_defined;  // "file:ID", "sequence:ID"
     std::int64_t m_start = 0;
     Cut m_cut;
 };
