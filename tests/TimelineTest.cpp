@@ -280,7 +280,13 @@ TEST_P(ForeignFiles, PlaceEveryClipAsItsEditorDid) {
     for (const Event& event : cut.events) {
         events += " " + event.track + " " + std::to_string(std::llround(event.recordIn)) + "-" +
                   std::to_string(std::llround(event.recordOut)) + " " + event.transition + " " +
-                  event.reel + ";";
+                  event.reel;
+        if (event.sourceIn && event.sourceRateCode != cut.rate.code) {
+            events += " src " + rateName(event.sourceRateCode) + " " +
+                      std::to_string(std::llround(*event.sourceIn)) + "-" +
+                      std::to_string(std::llround(event.sourceOut.value_or(-1)));
+        }
+        events += ";";
     }
     std::string problems;
     for (const Problem& problem : cut.problems) problems += problem.message + ";";
@@ -290,7 +296,8 @@ TEST_P(ForeignFiles, PlaceEveryClipAsItsEditorDid) {
 
 std::string fcpxml(const std::string& body, const std::string& version = "1.10") {
     return "<fcpxml version=\"" + version +
-           "\"><resources><format id=\"r1\" frameDuration=\"1/25s\"/>"
+           "\"><resources><format id=\"r1\" frameDuration=\"1/25s\"/><format id=\"r3\" "
+           "frameDuration=\"1/50s\"/>"
            "<media id=\"r2\" name=\"Compound\"><sequence format=\"r1\"/></media></resources>" +
            body + "</fcpxml>";
 }
@@ -344,6 +351,7 @@ INSTANTIATE_TEST_SUITE_P(Table, ForeignFiles, testing::Values(
     ForeignRow{"fcpxml_dissolve_into_gap_is_a_fade", fcpxmlSpine(R"(<clip name="a" offset="0s" duration="1s"/><transition duration="1/5s"/><gap offset="1s" duration="1s"/><clip name="b" offset="2s" duration="1s"/>)"), "25| V1 0-25 C a; V1 50-75 C b;", ""},
     ForeignRow{"fcpxml_connected_finer_than_any_frame", fcpxmlSpine(R"(<clip name="a" offset="0s" start="1/9223372036854775783s" duration="1s"><clip name="b" lane="1" offset="1/9223372036854775643s" duration="1s"/></clip>)"), "25| V1 0-25 C a; V2 0-25 C b;", ""},
     ForeignRow{"fcpxml_lowest_start_connected", fcpxmlSpine(R"(<clip name="a" offset="0s" start="-9223372036854775808s" duration="1s"><clip name="b" lane="1" offset="0s" duration="1s"/></clip>)"), "25| V1 0-25 C a;", "event 002 lies beyond 10^12 frames;"},
+    ForeignRow{"fcpxml_source_at_its_media_rate", fcpxmlSpine(R"(<asset-clip name="a" format="r3" offset="0s" start="2s" duration="1s"/><clip name="b" offset="1s" start="2s" duration="1s"/>)"), "25| V1 0-25 C a src 50 100-150; V1 25-50 C b;", ""},
     ForeignRow{"fcpxml_clip_list_compound_first", fcpxml(R"(<library><event><ref-clip ref="r2" name="c" duration="2s"/><asset-clip name="d" format="r1" duration="1s"/></event></library>)"), "25| clips 0-50 C Compound; clips 50-75 C d;", ""},
     ForeignRow{"fcpxml_clips_under_the_root", fcpxml(R"(<asset-clip name="e" format="r1" duration="3s"/>)"), "25| clips 0-75 C e;", ""},
     ForeignRow{"fcpxml_version_beyond_int", fcpxml("", "21474837.0"), "24|", "FCPXML version 21474837.0: 1.8 to 1.13 expected;"},

@@ -132,6 +132,7 @@ private:
             return false;
         }
         m_cut.rate = statedRate(*code, m_request);
+        m_sequenceIsDropFrame = dropFrame;
         const ExactRate& exact = frameRateForCode(*code)->exact;
         m_framesPerSecond = fraction(exact.numerator, exact.denominator);
         return true;
@@ -207,10 +208,25 @@ private:
         const Rational duration = timeOf(clip, "duration");
         event.recordIn = static_cast<double>(frames(place));
         event.recordOut = static_cast<double>(frames(place + duration));
-        event.sourceRateCode = m_cut.rate.code;
+        // The source counts at its media's rate, a 59.94 camera file in a 29.97 project too.
+        event.sourceRateCode = sourceRateOf(clip);
+        const ExactRate& sourceRate = frameRateForCode(event.sourceRateCode)->exact;
+        const Rational framesPerSecond = fraction(sourceRate.numerator, sourceRate.denominator);
         const Rational start = timeOf(clip, "start");
-        event.sourceIn = static_cast<double>((start * m_framesPerSecond).rounded());
-        event.sourceOut = static_cast<double>(((start + duration) * m_framesPerSecond).rounded());
+        event.sourceIn = static_cast<double>((start * framesPerSecond).rounded());
+        event.sourceOut = static_cast<double>(((start + duration) * framesPerSecond).rounded());
+    }
+
+    // The code of the clip's own format, drop frame as its tcFormat says; the sequence's where
+    // the clip has no format of its own (audio) or one Vantrel does not count in.
+    int sourceRateOf(const pugi::xml_node& clip) {
+        const auto frameDuration = parseRational(formatOf(clip).attribute("frameDuration").value());
+        if (!frameDuration || frameDuration->numerator <= 0) return m_cut.rate.code;
+        const pugi::xml_attribute tcFormat = clip.attribute("tcFormat");
+        const bool dropFrame =
+            tcFormat ? std::string_view(tcFormat.value()) == "DF" : m_sequenceIsDropFrame;
+        return codeOfExactRate(frameDuration->denominator, frameDuration->numerator, dropFrame)
+            .value_or(m_cut.rate.code);
     }
 
     // A library of clips and no project: each clip of each event once, end to end. Clips may
@@ -256,6 +272,7 @@ private:
     RateRequest m_request;
     std::map<std::string, pugi::xml_node, std::less<>> m_resources;
     Rational m_framesPerSecond{24, 1};
+    bool m_sequenceIsDropFrame = false;
     bool m_warnedOfFractions = false;
     bool m_warnedOfDepth = false;
     Cut m_cut;
