@@ -69,6 +69,16 @@ std::string dissolve(std::int64_t frames) {
     return "D " + eventNumber(static_cast<std::size_t>(frames < 0 ? 0 : frames));
 }
 
+void warnOfOthersNotRead(Cut& cut, std::string_view kind, const std::vector<std::string>& names) {
+    std::string others;
+    for (std::size_t i = 1; i < names.size(); ++i) others += (i > 1 ? ", " : "") + names[i];
+    addProblem(cut, {0,
+                     {},
+                     "the file holds " + std::to_string(names.size()) + " " + std::string(kind) +
+                         "; the first is read, not " + others,
+                     ProblemKind::Warning});
+}
+
 void placeEndToEnd(Cut& cut) {
     double place = 0;
     for (Event& event : cut.events) {

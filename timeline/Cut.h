@@ -74,6 +74,10 @@ void addProblem(Cut& cut, Problem problem);
 /// or lies beyond 10^12 frames (a hostile or broken file), one that ends before it starts.
 void dropUnsoundEvents(Cut& cut);
 
+/// Warns that a file holds several cuts of a kind ("projects") and that the first is read,
+/// naming the others.
+void warnOfOthersNotRead(Cut& cut, std::string_view kind, const std::vector<std::string>& names);
+
 /// Marks a file that cannot be read as a cut at all: no events, and why.
 void markUnreadable(Cut& cut, std::string message);
 

@@ -77,12 +77,11 @@ public:
         const std::vector<pugi::xml_node> projects = elementsNamed("project");
         if (projects.empty()) return readClipList();
         if (projects.size() > 1) {
-            std::string others;
-            for (std::size_t i = 1; i < projects.size(); ++i) {
-                others += (i > 1 ? ", " : "") + std::string(projects[i].attribute("name").value());
+            std::vector<std::string> names;
+            for (const pugi::xml_node& project : projects) {
+                names.emplace_back(project.attribute("name").value());
             }
-            warn("the file holds " + std::to_string(projects.size()) +
-                 " projects; the first is read, not " + others);
+            warnOfOthersNotRead(m_cut, "projects", names);
         }
         const pugi::xml_node project = projects.front();
         m_cut.title = project.attribute("name").value();

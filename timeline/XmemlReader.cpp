@@ -59,26 +59,22 @@ public:
 
     Cut read() {
         if (m_sequences.empty()) return fail("no sequence in the file");
-        m_sequence = m_sequences.front();
         if (m_sequences.size() > 1) {
-            std::string others;
-            for (std::size_t i = 1; i < m_sequences.size(); ++i) {
-                others += (i > 1 ? ", " : "") + std::string(m_sequences[i].child_value("name"));
+            std::vector<std::string> names;
+            for (const pugi::xml_node& sequence : m_sequences) {
+                names.emplace_back(sequence.child_value("name"));
             }
-            addProblem(m_cut, {0,
-                               {},
-                               "the file holds " + std::to_string(m_sequences.size()) +
-                                   " sequences; the first is read, not " + others,
-                               ProblemKind::Warning});
+            warnOfOthersNotRead(m_cut, "sequences", names);
         }
-        m_cut.title = m_sequence.child_value("name");
-        const pugi::xml_node timecode = m_sequence.child("timecode");
+        const pugi::xml_node sequence = m_sequences.front();
+        m_cut.title = sequence.child_value("name");
+        const pugi::xml_node timecode = sequence.child("timecode");
         const bool dropFrame = std::string_view(timecode.child_value("displayformat")) == "DF";
-        const auto code = codeOfRate(m_sequence.child("rate"), dropFrame);
+        const auto code = codeOfRate(sequence.child("rate"), dropFrame);
         if (!code) return fail("the sequence has no rate Vantrel counts in");
         m_cut.rate = statedRate(*code, m_request);
         m_start = framesOf(timecode.child("frame"));
-        const pugi::xml_node media = m_sequence.child("media");
+        const pugi::xml_node media = sequence.child("media");
         int number = 0;
         for (const pugi::xml_node& track : media.child("video").children("track")) {
             readTrack(track, "V" + std::to_string(++number));
@@ -171,7 +167,6 @@ private:
 
     RateRequest m_request;
     std::vector<pugi::xml_node> m_sequences;  // the file's own, not those nested in clips
-    pugi::xml_node m_sequence;
     std::map<std::string, pugi::xml_node, std::less<>> m_defined;  // "file:ID", "sequence:ID"
     std::int64_t m_start = 0;
     Cut m_cut;
